@@ -1,0 +1,28 @@
+// The machine outside, as one set of interfaces. The set is installed once, before the Application is
+// made; whoever installs it owns the parts and keeps them alive for as long as the system runs.
+#pragma once
+
+namespace vorn {
+
+class Clock;
+class CodePages;
+class CompoundFiles;
+class Files;
+class LocaleSource;
+class TextRules;
+class UserInterface;
+
+struct Platform {
+    Clock* clock = nullptr;
+    LocaleSource* localeSource = nullptr;
+    TextRules* textRules = nullptr;
+    CodePages* codePages = nullptr;
+    Files* files = nullptr;
+    CompoundFiles* compoundFiles = nullptr;
+    UserInterface* userInterface = nullptr;
+};
+
+// The installed set.
+extern Platform platform;
+
+} // namespace vorn
