@@ -1,8 +1,10 @@
-// The calculation chain: all formulas of all sheets, in the order in which they are calculated. There
-// are no dirty marks; what keeps results right is that a formula stands behind those that it reads.
-// The order is found by following each formula's references once, whenever formulas came or went.
+// The calculation chain: all formulas of all sheets, in the order in which they are calculated.
+// There are no dirty marks; what keeps results right is that a formula stands behind those that it
+// reads. The order is found by following each formula's references once, whenever formulas came or
+// went.
 //
-// Shape:  linked both ways through the formula records, so that taking one off or bringing one forward
+// Shape:  linked both ways through the formula records, so that taking one off or bringing one
+// forward
 //         costs the same in any chain. The chain owns nothing.
 // Errors: none.
 #pragma once
@@ -48,8 +50,9 @@ private:
 
 extern CalcChain calcChain;
 
-// Brings the chain in order and evaluates every formula once. Nothing that is raised while calculating
-// reaches the sticky error, and a run of the machine that is going on is taken up again afterwards.
+// Brings the chain in order and evaluates every formula once. Nothing that is raised while
+// calculating reaches the sticky error, and a run of the machine that is going on is taken up again
+// afterwards.
 void recalculate();
 
 } // namespace vorn

@@ -35,7 +35,10 @@ public:
     ColumnAttr attributes(int column) const;
 
     int columnWidth(int column) const;
-    int visibleColumnWidth(int column) const { return columnHidden(column) ? 0 : columnWidth(column); }
+    int visibleColumnWidth(int column) const
+    {
+        return columnHidden(column) ? 0 : columnWidth(column);
+    }
     int columnPixels(int column) const;
     int columnStyle(int column) const { return attributes(column).style; }
     bool columnHidden(int column) const
@@ -52,8 +55,8 @@ public:
     // Takes records back to their defaults; makes none.
     void resetColumns(int first, int last);
 
-    // The next run of equal columns that have something, searched from `first`. A default width comes
-    // filled in. False behind the last.
+    // The next run of equal columns that have something, searched from `first`. A default width
+    // comes filled in. False behind the last.
     bool nextColumnRun(int& first, int& last, ColumnAttr& record) const;
 
 private:

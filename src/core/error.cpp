@@ -16,7 +16,7 @@ void raiseError(int code)
 std::u16string errorText(int code)
 {
     switch (code) {
-#define ERROR(number, name, text)                                                                   \
+#define ERROR(number, name, text)                                                                  \
     case number:                                                                                   \
         return text;
 #include "core/errors.def"

@@ -1,5 +1,5 @@
-// The record of one formula, owned by the cell that holds it. It knows where the cell stands, because
-// the cell does not tell, and everything that moves a cell must move this with it.
+// The record of one formula, owned by the cell that holds it. It knows where the cell stands,
+// because the cell does not tell, and everything that moves a cell must move this with it.
 //
 // 40 bytes on a 64-bit machine; it is in no file:
 //   offset size meaning
@@ -38,12 +38,12 @@ struct FormulaCell {
 static_assert(sizeof(FormulaCell) == 40);
 static_assert(offsetof(FormulaCell, row) == 12 && offsetof(FormulaCell, formula) == 20);
 
-// The formula that stands for all imported ones that could not be translated; -1 when there is none.
-// Cells that hold it do not own it.
+// The formula that stands for all imported ones that could not be translated; -1 when there is
+// none. Cells that hold it do not own it.
 extern std::int32_t placeholderFormula;
 
-// A new record, not on the chain, that takes over one reference to `formula`. Null, with ErrorMemory,
-// if memory is short; the reference then stays with the caller.
+// A new record, not on the chain, that takes over one reference to `formula`. Null, with
+// ErrorMemory, if memory is short; the reference then stays with the caller.
 FormulaCell* newFormulaCell(CellPosition position, std::int32_t formula);
 
 // Releases the result and the formula of a record that is not on the chain, and frees it.

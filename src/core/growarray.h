@@ -20,8 +20,8 @@ namespace vorn {
 constexpr std::int32_t GrowStepMin = 4;
 constexpr std::int32_t GrowStepMax = 1024;
 
-// Elements to add to a full table of `size`: `growBy` where its owner chose one; where that is 0, an
-// eighth of the size within the two limits. It rests on the size, not on what is allocated.
+// Elements to add to a full table of `size`: `growBy` where its owner chose one; where that is 0,
+// an eighth of the size within the two limits. It rests on the size, not on what is allocated.
 constexpr std::int32_t growStep(std::int32_t size, std::int32_t growBy)
 {
     return growBy != 0 ? growBy : std::clamp(size / 8, GrowStepMin, GrowStepMax);

@@ -1,6 +1,6 @@
-// The private heap: pool entries and strings that die with the document. Closing a document destroys
-// it whole, so nothing that outlives the workbook may live here, and only plain memory does: no
-// destructor will run.
+// The private heap: pool entries and strings that die with the document. Closing a document
+// destroys it whole, so nothing that outlives the workbook may live here, and only plain memory
+// does: no destructor will run.
 //
 // Shape:  blocks are aligned to 8 bytes and keep their address.
 // Errors: a refused allocation raises ErrorMemory and gives null.

@@ -1,9 +1,9 @@
-// What a user types becomes a value, and a value becomes text again. The parser has no grammar of its
-// own: it runs the formula lexer over the text and looks at the first tokens.
+// What a user types becomes a value, and a value becomes text again. The parser has no grammar of
+// its own: it runs the formula lexer over the text and looks at the first tokens.
 //
 // Errors: only a formula that does not compile fails, with its sticky code. Everything else that is
-//         not a number, a date or a logical is text; the lexer's complaints, and with them any sticky
-//         error that stood before, are wiped.
+//         not a number, a date or a logical is text; the lexer's complaints, and with them any
+//         sticky error that stood before, are wiped.
 #pragma once
 
 #include "core/value.h"
@@ -17,10 +17,10 @@ constexpr int NoFormatSuggestion = -1;
 
 enum TextRule { TextAllowed, NumbersOnly };
 
-// Parses `text` for the cell at `position` into `value`, which is not released first. `formatOut` may
-// be null; otherwise it receives the built-in number format that suits what was typed, or -1, and only
-// then "5%" is 0.05. NumbersOnly gives a blank in place of a text. Answers false if a formula did not
-// compile; the value is blank then.
+// Parses `text` for the cell at `position` into `value`, which is not released first. `formatOut`
+// may be null; otherwise it receives the built-in number format that suits what was typed, or -1,
+// and only then "5%" is 0.05. NumbersOnly gives a blank in place of a text. Answers false if a
+// formula did not compile; the value is blank then.
 bool parseCellInput(CellValue& value, std::u16string_view text, CellPosition position,
                     int* formatOut, TextRule rule = TextAllowed);
 
@@ -33,8 +33,8 @@ bool textToNumber(std::u16string_view text, double& out);
 // Does the text, not beginning with '=', read as a date of whole days?
 bool textToWholeDate(std::u16string_view text, double& out);
 
-// The text of any value, as the formula bar shows it: a formula as text, a date as short date and time
-// whatever its cell's format.
+// The text of any value, as the formula bar shows it: a formula as text, a date as short date and
+// time whatever its cell's format.
 std::u16string valueText(const CellValue& value);
 
 std::u16string dateTimeText(double serial);
@@ -44,9 +44,9 @@ enum ZeroRule { KeepZeros, TrimZeros };
 // A plain number for dialogs and axes, with 0 to 9 decimals and the locale's separator.
 std::u16string numberText(double value, int decimals, ZeroRule zeros);
 
-// Stores typed text in a cell with the style in force there, as an entry does: a text format takes the
-// text as it is, a date or percent may change the format. Answers false, with the cell unchanged and
-// the sticky error set, if a formula did not compile. Nothing is calculated yet.
+// Stores typed text in a cell with the style in force there, as an entry does: a text format takes
+// the text as it is, a date or percent may change the format. Answers false, with the cell
+// unchanged and the sticky error set, if a formula did not compile. Nothing is calculated yet.
 bool storeCellInput(int column, int row, std::u16string_view text);
 
 } // namespace vorn

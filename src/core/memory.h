@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-// Makes `block` (null: a new one) `bytes` long; 0 bytes frees it. Returns null, with the block as it
-// was, when memory is short.
+// Makes `block` (null: a new one) `bytes` long; 0 bytes frees it. Returns null, with the block as
+// it was, when memory is short.
 using BlockResizer = void* (*)(void* block, std::size_t bytes);
 
 void* resizeBlock(void* block, std::size_t bytes);

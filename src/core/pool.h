@@ -1,6 +1,7 @@
-// Reference-counted entries by small index: the texts and the byte code of a document. A cell holds an
-// index of 32 bits and not a pointer, so that a value stays small and a file can write the index.
-// Nothing is shared by content: two cells typed alike hold two entries, only copies share one.
+// Reference-counted entries by small index: the texts and the byte code of a document. A cell holds
+// an index of 32 bits and not a pointer, so that a value stays small and a file can write the
+// index. Nothing is shared by content: two cells typed alike hold two entries, only copies share
+// one.
 //
 // Shape:  an entry keeps its address until it is freed. Index -1 is "none": the empty text.
 // Errors: ErrorMemory, sticky; `add` then returns -1.

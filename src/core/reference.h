@@ -25,8 +25,8 @@ constexpr int LastColumn = ColumnCount - 1;
 constexpr std::uint16_t ColumnRelative = 0x4000;
 constexpr std::uint16_t RowRelative = 0x8000;
 
-// The sheet pair that says that no sheet was named: the reference is to the sheet that is current when
-// it is used.
+// The sheet pair that says that no sheet was named: the reference is to the sheet that is current
+// when it is used.
 constexpr std::uint8_t NoFirstSheet = 255;
 constexpr std::uint8_t NoLastSheet = 245;
 
@@ -38,8 +38,8 @@ struct CellRef {
 };
 static_assert(sizeof(CellRef) == 4);
 
-// The plain coordinates that a stored reference means for a formula in (baseColumn, baseRow). Rows and
-// columns wrap inside the sheet; the flags are gone.
+// The plain coordinates that a stored reference means for a formula in (baseColumn, baseRow). Rows
+// and columns wrap inside the sheet; the flags are gone.
 constexpr CellRef resolve(CellRef stored, int baseColumn, int baseRow)
 {
     CellRef plain = stored;

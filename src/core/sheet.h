@@ -1,11 +1,12 @@
 // One worksheet of 16,384 rows by 256 columns. Storage is sparse by row and dense within one: a row
-// that holds nothing has no object, and a row that exists has one plain array of cells from column 0
-// up to the last column ever stored in it.
+// that holds nothing has no object, and a row that exists has one plain array of cells from column
+// 0 up to the last column ever stored in it.
 //
 // Units:  coordinates are column, then row, both from 0. Reading takes any number and finds nothing
 //         outside; writing outside of the sheet does nothing.
 // Shape:  a cell's address holds until the row grows.
-// Errors: ErrorMemory, sticky. While it stands nothing more is stored: what was handed to setCell then
+// Errors: ErrorMemory, sticky. While it stands nothing more is stored: what was handed to setCell
+// then
 //         stays with the caller.
 #pragma once
 
@@ -19,8 +20,8 @@
 
 namespace vorn {
 
-// Cell, 14 bytes: the value, then the index of its style, -1 for none. A blank without a style is the
-// same as no cell; a blank with a style is a real one.
+// Cell, 14 bytes: the value, then the index of its style, -1 for none. A blank without a style is
+// the same as no cell; a blank with a style is a real one.
 struct Cell {
     CellValue value;
     std::int16_t style = -1;
@@ -178,7 +179,8 @@ public:
     bool rowHidden(int row) const;
     bool rowHasCustomHeight(int row) const;
 
-    // The default height on a row without an object does nothing; setRowHidden always makes the row.
+    // The default height on a row without an object does nothing; setRowHidden always makes the
+    // row.
     void setRowHeight(int row, int height, bool custom);
     void setRowHidden(int row, bool hidden);
     void setRowStyle(int row, int style);
@@ -198,16 +200,20 @@ public:
 private:
     void store(int column, int row, const Cell& cell, bool maintain);
     Row* rowObject(int row) { return row >= 0 && row < rows_.size() ? rows_[row] : nullptr; }
-    void rewriteWithStyleZero(int column, int row);
     bool styledColumnSpan(const RangeRef& range, int& first, int& last) const;
-    void coverInheritedStyles(const RangeRef& range, int first, int last);
-    void clearFormatsOfRow(int row, const RangeRef& range);
+    void storeStyleZero(int row, int firstColumn, int lastColumn, bool onlyStyled);
+    void resetRows(int first, int last);
+    void rewriteWithStyleZero(int column, int row);
+    void rewriteStyledCells(int row, int firstColumn, int lastColumn);
+    void rewritePresentCells(const RangeRef& range);
+    void clearFormatsOfRows(int first, int last);
 
     std::u16string name_;
     GrowArray<Row*> rows_;
 };
 
-// The first occupied, or present, column of a row above `column`, 256 if none; below it, -1 if none.
+// The first occupied, or present, column of a row above `column`, 256 if none; below it, -1 if
+// none.
 int nextOccupied(const Row& row, int column);
 int nextPresent(const Row& row, int column);
 int previousOccupied(const Row& row, int column);
@@ -218,8 +224,8 @@ const CellValue& resultOf(const CellValue& value);
 
 // A walk over the cells of a rectangle, the same in each of several sheets: row by row, or down the
 // columns, which tests every row for every column and is for those whom the order matters. It holds
-// places and no addresses, so cells at or behind the position may be written during the walk. A range
-// whose corners are out of order has no cells.
+// places and no addresses, so cells at or behind the position may be written during the walk. A
+// range whose corners are out of order has no cells.
 class CellIterator {
 public:
     enum Order { ByRows, ByColumns };
@@ -235,7 +241,8 @@ public:
     // The next cell with a value or a style.
     const Cell* nextPresentCell();
 
-    // Walks backward, from the last cell of the range in one sheet. Not to be mixed with the others.
+    // A walk backward, from the last cell of the range, in one sheet.
+    void startBackward(const Sheet& sheet, const RangeRef& range);
     const Cell* previousPresentCell();
 
     // nextOccupiedCell with a formula's result in its place.

@@ -1,6 +1,6 @@
-// The one value of the system: what a cell holds, what travels on the evaluation stack, and what byte
-// code and undo programs carry in their operands. Because the same bytes stand in all of them, the
-// layout is a format.
+// The one value of the system: what a cell holds, what travels on the evaluation stack, and what
+// byte code and undo programs carry in their operands. Because the same bytes stand in all of them,
+// the layout is a format.
 //
 // CellValue, 12 bytes, no alignment:
 //   offset size meaning
@@ -19,7 +19,8 @@
 //               10       an address in byte code, on the stack only
 //               11       a 32-bit integer, on the stack only
 //
-// Shape:  plain bytes. Copying the struct copies no ownership: copyValue does, and releaseValue gives
+// Shape:  plain bytes. Copying the struct copies no ownership: copyValue does, and releaseValue
+// gives
 //         it back. The payload is copied in and out; nothing may point into it.
 #pragma once
 
@@ -106,6 +107,10 @@ struct CellValue {
     }
     static CellValue makeError(std::int32_t error) { return make(TagError, error); }
     static CellValue makeFormula(FormulaCell* formula) { return make(TagFormula, formula); }
+
+    static CellValue makeCellRef(CellRef cell) { return make(TagCellRef, cell); }
+    static CellValue makeRangeRef(const RangeRef& range) { return make(TagRangeRef, range); }
+    static CellValue makeInteger(std::uint32_t integer) { return make(TagInteger, integer); }
 
     // Takes over one reference to the pool entry.
     static CellValue makeTextIndex(std::int32_t index) { return make(TagText, index); }

@@ -10,10 +10,10 @@
 
 namespace vorn {
 
-// Calls `visit(const CellValue&)` for each stored cell of a rectangle of one sheet, a formula's result
-// in its place, row by row from the top. Cells that exist only for their style come as blanks. `visit`
-// answers whether to go on; nothing may be written meanwhile. A range whose corners are out of order
-// has no cells. Answers whether the walk came to its end.
+// Calls `visit(const CellValue&)` for each stored cell of a rectangle of one sheet, a formula's
+// result in its place, row by row from the top. Cells that exist only for their style come as
+// blanks. `visit` answers whether to go on; nothing may be written meanwhile. A range whose corners
+// are out of order has no cells. Answers whether the walk came to its end.
 template <typename Visit>
 bool walkValues(const Sheet& sheet, const RangeRef& range, Visit visit)
 {
@@ -36,7 +36,8 @@ bool walkValues(const Sheet& sheet, const RangeRef& range, Visit visit)
     return true;
 }
 
-// The same on every sheet of a sorted pair, in ascending order; sheets that do not exist are skipped.
+// The same on every sheet of a sorted pair, in ascending order; sheets that do not exist are
+// skipped.
 template <typename Visit>
 bool walkValues(int firstSheet, int lastSheet, const RangeRef& range, Visit visit)
 {

@@ -2,9 +2,11 @@
 // reached through one global pointer that the constructor sets and the destructor clears; the
 // operations of the core read that pointer and take no workbook argument.
 //
-// Shape:  owns its sheets and the records of its tables. A sheet's address holds until that sheet is
+// Shape:  owns its sheets and the records of its tables. A sheet's address holds until that sheet
+// is
 //         removed; its index changes when one before it is.
-// Errors: ErrorMemory, sticky: an index that `addStyle` or `addFont` then answers must not be stored.
+// Errors: ErrorMemory, sticky: an index that `addStyle` or `addFont` then answers must not be
+// stored.
 #pragma once
 
 #include "core/growarray.h"
@@ -69,15 +71,15 @@ public:
     bool pasteResultsOnly = false;
     FileKind fileKind = FileKindNative;
 
-    // Fills a new workbook with sheets, formats, fonts and the default style. With a count below 1 it
-    // does nothing, which is how a reader begins. Answers whether that was possible.
+    // Fills a new workbook with sheets, formats, fonts and the default style. With a count below 1
+    // it does nothing, which is how a reader begins. Answers whether that was possible.
     bool initNew(int sheetCount);
 
     // Appends a sheet; an empty name means the next default one. Null with ErrorMemory.
     Sheet* addSheet(std::u16string_view name = {});
 
-    // Removes one sheet and rewrites what refers to sheets by index, but for names. The first sheet is
-    // current then. An index outside does nothing.
+    // Removes one sheet and rewrites what refers to sheets by index, but for names. The first sheet
+    // is current then. An index outside does nothing.
     void removeSheet(int index);
 
     // False if another sheet has the name, without case. An index past the end is only a test.
@@ -101,8 +103,8 @@ public:
     int addFont(const FontRecord& font);
     int addStyle(const CellStyle& style);
 
-    // With index -1: the index of an equal format, whose strings the caller then still holds, or of a
-    // new one. Otherwise stores the record in that place. Strings pass to the table.
+    // With index -1: the index of an equal format, whose strings the caller then still holds, or of
+    // a new one. Otherwise stores the record in that place. Strings pass to the table.
     int setFormat(const NumberFormat& record, int index);
     bool isUserFormat(int index) const { return index > lastBuiltInFormat; }
 

@@ -1,6 +1,7 @@
 // Byte code: the one form of every formula, defined name, task and undo program.
 //
-// Shape:  a block is a 32-bit little-endian count of bytes, then that many bytes of instructions, of
+// Shape:  a block is a 32-bit little-endian count of bytes, then that many bytes of instructions,
+// of
 //         which the last is OpReturn. An instruction is one opcode byte and its operand, whose size
 //         the opcode gives. Operands are little-endian and unaligned.
 //
@@ -37,7 +38,10 @@ struct OperandSizes {
 };
 extern const OperandSizes operandSizes;
 
-inline int operandSize(std::uint8_t opcode) { return operandSizes.sizes[opcode]; }
+inline int operandSize(std::uint8_t opcode)
+{
+    return operandSizes.sizes[opcode];
+}
 
 // The instruction behind this one.
 inline const std::uint8_t* nextInstruction(const std::uint8_t* instruction)
@@ -109,8 +113,8 @@ public:
     }
     void emitCall(int row, int argumentCount);
 
-    // Closes the code with OpReturn and copies it into a block of the private heap, which the caller
-    // owns. Null, with ErrorMemory, if that is refused.
+    // Closes the code with OpReturn and copies it into a block of the private heap, which the
+    // caller owns. Null, with ErrorMemory, if that is refused.
     std::uint8_t* finish();
 
     // Closes the code with OpReturn and enters it in the FormulaPool with one owner; -1 with

@@ -1,8 +1,9 @@
 // Formula text to byte code, in one pass of recursive descent over the tokens, without a tree.
-// Parentheses and unary plus stay in the code as instructions that do nothing, so that the printer can
-// give the user back what was typed.
+// Parentheses and unary plus stay in the code as instructions that do nothing, so that the printer
+// can give the user back what was typed.
 //
-// Errors: the sticky code; the first one is what the user sees. ErrorTooComplex for a formula nested
+// Errors: the sticky code; the first one is what the user sees. ErrorTooComplex for a formula
+// nested
 //         deeper than CompileDepthMax and for a jump that does not fit its operand.
 #pragma once
 

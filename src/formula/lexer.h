@@ -1,7 +1,8 @@
 // The one tokeniser: of formulas, of tasks, of what a user types in a cell, and of references in
 // dialogs. It looks at the workbook while it scans, so what a word means depends on the moment.
 //
-// Shape:  a plain object on the caller's stack, over a text that it does not own and does not change.
+// Shape:  a plain object on the caller's stack, over a text that it does not own and does not
+// change.
 //         The text ends at its length or at its first zero character.
 // Errors: the sticky code; `kind` is then TokenEndOfText.
 #pragma once
@@ -61,15 +62,15 @@ struct FormulaLexer {
     TokenKind kind = TokenStart;
 
     // The payload, by kind.
-    double number = 0;      // TokenNumber, TokenDate
-    bool logical = false;   // TokenLogical
-    int error = 0;          // TokenError
-    RangeRef range;         // TokenCell (its first corner), TokenRange, as typed
+    double number = 0;                // TokenNumber, TokenDate
+    bool logical = false;             // TokenLogical
+    int error = 0;                    // TokenError
+    RangeRef range;                   // TokenCell (its first corner), TokenRange, as typed
     NameKind nameKind = NameFunction; // TokenName
-    int nameIndex = -1;     // TokenName: row, name or variable
-    int firstSheet = 0;     // NameSheet, sorted
+    int nameIndex = -1;               // TokenName: row, name or variable
+    int firstSheet = 0;               // NameSheet, sorted
     int lastSheet = 0;
-    int literalLength = 0;  // TokenString
+    int literalLength = 0; // TokenString
     char16_t literal[LiteralMax + 1];
 
     // What a date token was made of.

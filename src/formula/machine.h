@@ -1,11 +1,13 @@
-// The stack machine that runs all byte code: formulas, tasks, undo programs. It is a set of registers
-// and one stack, not an object, because there is one user and one thread.
+// The stack machine that runs all byte code: formulas, tasks, undo programs. It is a set of
+// registers and one stack, not an object, because there is one user and one thread.
 //
-// Operands are turned into what an operation wants when they are popped. An error inside a formula is
-// a value; a pop that meets one cannot push it, so it pends in `pendingError` until the next
-// checkPending turns it into the result. The leftmost of several errors wins, since it is popped last.
+// Operands are turned into what an operation wants when they are popped. An error inside a formula
+// is a value; a pop that meets one cannot push it, so it pends in `pendingError` until the next
+// checkPending turns it into the result. The leftmost of several errors wins, since it is popped
+// last.
 //
-// Shape:  the stack grows downward. A record on it owns its text. Every run has a base; a pop below it
+// Shape:  the stack grows downward. A record on it owns its text. Every run has a base; a pop below
+// it
 //         ends the run unhealthy, and an unhealthy run leaves the cell's last value as it was.
 // Errors: never the sticky code.
 #pragma once
@@ -15,6 +17,7 @@
 #include "core/value.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace vorn {
 
@@ -36,6 +39,8 @@ struct MachineRegisters {
     std::int32_t callDepth = 0;
     bool machineRunning = true;
     bool machineHealthy = true;
+    // The tag of the value popped last, as the operators that keep dates ask for it.
+    std::uint8_t poppedTag = TagBlank;
 };
 
 extern MachineRegisters machine;
@@ -43,8 +48,8 @@ extern MachineRegisters machine;
 // Empties the stack and sets the registers for a first run.
 void resetMachine();
 
-// Runs the formula of a cell and stores the outcome as its result. The old result stays when the run
-// ends unhealthy or leaves other than one value.
+// Runs the formula of a cell and stores the outcome as its result. The old result stays when the
+// run ends unhealthy or leaves other than one value.
 void evaluateFormulaCell(FormulaCell& cell);
 
 // Ends the run that is going on; its outcome is dropped.
@@ -56,15 +61,26 @@ void abandonRun();
 // Turns a reference on top of the stack into a value.
 void dereferenceTop();
 
-// Blank 0, logical 0 or 1, a text that reads as a plain number its number (any other text: 15), number
-// and date their float.
-double popNumber();
+// Blank 0, logical 0 or 1, a text that reads as a plain number its number (any other text: 15),
+// number and date their float.
+double popNumberSlow();
+inline double popNumber()
+{
+    if (machine.stackTop < machine.runBase && machine.stackTop->tag == TagNumber) {
+        machine.poppedTag = TagNumber;
+        return (machine.stackTop++)->number();
+    }
+    return popNumberSlow();
+}
 
 // As popNumber, but a text must read as a date, and blank and logical are 0.
 double popDateNumber();
 
 // Did the value popped last have the date tag?
-bool poppedDate();
+inline bool poppedDate()
+{
+    return machine.poppedTag == TagDateTime;
+}
 
 // Blank and 0 are false; a text must read as a logical; a date fails.
 bool popLogical();
@@ -74,6 +90,7 @@ bool popCondition();
 
 // A whole number: the value moved 0.00001 away from zero, then cut, within 32 bits. A text fails.
 std::int32_t popInteger();
+std::int32_t cutToInteger(double number);
 
 // A StringPool index that the caller must release; a number is rendered first. Blank is -1.
 std::int32_t popText();
@@ -94,8 +111,11 @@ struct RangeArgument {
     RangeRef range;
 };
 
-// Pops a reference and starts a walk over its cells; answers false, with the stack as it was, if the
-// top is no reference.
+// Reads a value of tags 6 to 9; answers false for any other.
+bool readReference(const CellValue& value, RangeArgument& out);
+
+// Pops a reference and starts a walk over its cells; answers false, with the stack as it was, if
+// the top is no reference.
 bool popRangeIterator(CellIterator& iterator);
 
 // Pops a reference if the top is one; otherwise leaves the stack as it was and answers false.
@@ -109,25 +129,53 @@ void popMany(int count);
 
 // --- Pushing.
 
-void pushNumber(double number);
-void pushDate(double serial);
-void pushLogical(bool logical);
-void pushError(std::int32_t error);
-void pushBlank();
+// Takes over what the value owns.
+inline void pushRaw(const CellValue& value)
+{
+    *--machine.stackTop = value;
+}
+
+inline void pushNumber(double number)
+{
+    (--machine.stackTop)->put(TagNumber, number);
+}
+inline void pushDate(double serial)
+{
+    (--machine.stackTop)->put(TagDateTime, serial);
+}
+inline void pushLogical(bool logical)
+{
+    pushRaw(CellValue::makeLogical(logical));
+}
+inline void pushError(std::int32_t error)
+{
+    pushRaw(CellValue::makeError(error));
+}
+inline void pushBlank()
+{
+    pushRaw(CellValue{});
+}
 
 // Takes over one reference.
-void pushText(std::int32_t textIndex);
+inline void pushText(std::int32_t textIndex)
+{
+    pushRaw(CellValue::makeTextIndex(textIndex));
+}
 
 // Enters the characters in the StringPool.
 void pushNewText(std::u16string_view text);
 
-// Takes over what the value owns.
-void pushRaw(const CellValue& value);
-
-inline void setPending(std::int32_t error) { machine.pendingError = error; }
+inline void setPending(std::int32_t error)
+{
+    machine.pendingError = error;
+}
 
 // Called by a handler when it has popped its arguments: a pending error becomes the result, and the
 // answer is false.
-bool checkPending();
+bool checkPendingSlow();
+inline bool checkPending()
+{
+    return machine.pendingError == 0 || checkPendingSlow();
+}
 
 } // namespace vorn

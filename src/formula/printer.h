@@ -1,5 +1,6 @@
-// Byte code back to formula text. No text of a formula is kept: it is rebuilt from the code whenever
-// somebody looks, in the spelling of the function table and with the separators of the moment.
+// Byte code back to formula text. No text of a formula is kept: it is rebuilt from the code
+// whenever somebody looks, in the spelling of the function table and with the separators of the
+// moment.
 //
 // Errors: ErrorTooComplex, sticky, with an empty text, for a formula longer than PrintedTextMax.
 #pragma once

@@ -1,6 +1,6 @@
-// The table of functions: a row for each, whose number is the function's identity in byte code and in
-// files and never changes. Rows 0 to 127 are the functions of formulas; 128 to 156 have no name and
-// are the steps of undo programs; 157 to 188 can only be called by tasks.
+// The table of functions: a row for each, whose number is the function's identity in byte code and
+// in files and never changes. Rows 0 to 127 are the functions of formulas; 128 to 156 have no name
+// and are the steps of undo programs; 157 to 188 can only be called by tasks.
 //
 // A handler finds its arguments on the evaluation stack, the last on top, and their count in
 // machine.argumentCount. It pops them all and pushes one result (formula/machine.h).

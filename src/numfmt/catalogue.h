@@ -1,5 +1,6 @@
-// The catalogue of number formats of a workbook. A format is no pattern string but a small record of
-// settings; styles hold its index. The first sixteen are made from the locale and stay as they are.
+// The catalogue of number formats of a workbook. A format is no pattern string but a small record
+// of settings; styles hold its index. The first sixteen are made from the locale and stay as they
+// are.
 //
 // Shape:  the strings of a record live in the private heap and belong to whoever holds the record;
 //         null is "none". Storing a record in the table hands them over.

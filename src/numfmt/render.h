@@ -1,4 +1,5 @@
-// The text that a cell shows: a value rendered by a number format, and fitted to a width if it must.
+// The text that a cell shows: a value rendered by a number format, and fitted to a width if it
+// must.
 #pragma once
 
 #include "core/value.h"
@@ -15,9 +16,9 @@ public:
     virtual int width(std::u16string_view text) = 0;
 };
 
-// Renders `value` by the workbook's format `formatIndex` into `out`. With a `meter`, a number or date
-// that is wider than `maxWidth` pixels loses decimals (General) or becomes a row of '#'. Answers true
-// when the text shows the value in full, six decimals counting as full.
+// Renders `value` by the workbook's format `formatIndex` into `out`. With a `meter`, a number or
+// date that is wider than `maxWidth` pixels loses decimals (General) or becomes a row of '#'.
+// Answers true when the text shows the value in full, six decimals counting as full.
 bool renderValue(const CellValue& value, int formatIndex, int maxWidth, std::u16string& out,
                  TextMeter* meter);
 

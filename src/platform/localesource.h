@@ -1,5 +1,5 @@
-// What the system asks about the user's locale, once, at its start; and the texts of dates and times,
-// whose month names and designators belong to the locale.
+// What the system asks about the user's locale, once, at its start; and the texts of dates and
+// times, whose month names and designators belong to the locale.
 #pragma once
 
 #include "platform/clock.h"
@@ -35,8 +35,8 @@ public:
 
     virtual LocaleSettings settings() = 0;
 
-    // The text of a date by a pattern of d, dd, M, MM, MMM, MMMM, yy and yyyy; everything else in the
-    // pattern stands for itself.
+    // The text of a date by a pattern of d, dd, M, MM, MMM, MMMM, yy and yyyy; everything else in
+    // the pattern stands for itself.
     virtual std::u16string dateText(const LocalTime& parts, std::u16string_view pattern) = 0;
 
     // The text of a time by a pattern of h, hh, H, HH, m, mm, s, ss and tt.

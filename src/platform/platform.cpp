@@ -6,6 +6,9 @@ namespace vorn {
 
 Platform platform;
 
-TextRules& textRules() { return *platform.textRules; }
+TextRules& textRules()
+{
+    return *platform.textRules;
+}
 
 } // namespace vorn

@@ -1,5 +1,5 @@
-// The machine outside, as one set of interfaces. The set is installed once, before the Application is
-// made; whoever installs it owns the parts and keeps them alive for as long as the system runs.
+// The machine outside, as one set of interfaces. The set is installed once, before the Application
+// is made; whoever installs it owns the parts and keeps them alive for as long as the system runs.
 #pragma once
 
 namespace vorn {

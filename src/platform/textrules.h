@@ -22,7 +22,10 @@ constexpr bool isAsciiLetter(char16_t unit)
     return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
 
-constexpr bool isAsciiDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+constexpr bool isAsciiDigit(char16_t unit)
+{
+    return unit >= u'0' && unit <= u'9';
+}
 
 inline char16_t lowerUnit(char16_t unit)
 {

@@ -1,0 +1,109 @@
+#include "core/pool.h"
+
+#include "core/heap.h"
+
+#include <cstring>
+#include <string>
+
+namespace vorn {
+
+StringPool* stringPool = nullptr;
+FormulaPool* formulaPool = nullptr;
+
+Pool::Pool()
+{
+    reset();
+}
+
+// One free slot always stays, so that the next index is known before it is needed.
+void Pool::reset()
+{
+    slots_.clear();
+    freeHead_ = slots_.resize(1) ? 0 : -1;
+    if (freeHead_ == 0)
+        slots_[0] = Slot::freeSlot(-1);
+}
+
+std::int32_t Pool::add(const void* bytes, std::size_t size, std::int32_t initialRefs)
+{
+    if (freeHead_ == -1) {
+        raiseError(ErrorMemory);
+        return -1;
+    }
+    auto* entry = static_cast<Header*>(heapAlloc(size + sizeof(Header)));
+    if (entry == nullptr)
+        return -1;
+    const std::int32_t index = freeHead_;
+    std::int32_t nextFree = slots_[index].next();
+    if (nextFree == -1) {
+        nextFree = slots_.size();
+        if (!slots_.append(Slot::freeSlot(-1))) {
+            heapFree(entry);
+            return -1;
+        }
+    }
+    *entry = {initialRefs, -1};
+    std::memcpy(entry + 1, bytes, size);
+    slots_[index].entry = entry;
+    freeHead_ = nextFree;
+    return index;
+}
+
+void Pool::freeEntry(std::int32_t index)
+{
+    heapFree(header(index));
+    slots_[index] = Slot::freeSlot(freeHead_);
+    freeHead_ = index;
+}
+
+std::int32_t Pool::beginScan()
+{
+    std::int32_t live = slots_.size();
+    while (freeHead_ != -1) {
+        const std::int32_t next = slots_[freeHead_].next();
+        slots_[freeHead_].entry = nullptr;
+        freeHead_ = next;
+        --live;
+    }
+    return live;
+}
+
+void Pool::endScan()
+{
+    for (std::int32_t index = 0; index < slots_.size(); ++index) {
+        if (slots_[index].entry == nullptr) {
+            slots_[index] = Slot::freeSlot(freeHead_);
+            freeHead_ = index;
+        } else {
+            slots_[index].entry->fileIndex = -1;
+        }
+    }
+}
+
+void Pool::clear()
+{
+    beginScan();
+    for (Slot& slot : slots_) {
+        if (slot.entry != nullptr)
+            heapFree(slot.entry);
+    }
+    reset();
+}
+
+std::int32_t StringPool::addText(std::u16string_view text)
+{
+    text = text.substr(0, text.find(u'\0'));
+    // The zero behind the text is not part of a view, so the copy is made in two steps, on the
+    // stack for all but long texts.
+    constexpr std::size_t ShortMax = 256;
+    if (text.size() < ShortMax) {
+        char16_t buffer[ShortMax];
+        text.copy(buffer, text.size());
+        buffer[text.size()] = u'\0';
+        return add(buffer, (text.size() + 1) * sizeof(char16_t), 1);
+    }
+    const std::u16string terminated(text);
+    return add(terminated.c_str(), (text.size() + 1) * sizeof(char16_t), 1);
+}
+
+} // namespace vorn
