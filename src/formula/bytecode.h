@@ -19,6 +19,7 @@
 
 #include "core/value.h"
 
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 
@@ -77,10 +78,21 @@ inline std::uint32_t blockLength(const void* block)
     return readOperand<std::uint32_t>(static_cast<const std::uint8_t*>(block));
 }
 
-// What a jump instruction at `jump` leads to. The two jumps measure from different places.
+// Added to the count of arguments in the call that closes an If made of jumps. The call is there
+// for the printer; it only runs where the condition is false and there is no second value.
+constexpr int CompiledIfMark = 10;
+
+// Bytes from a jump instruction to the place that its distance is measured from: for one of them
+// its end, for the other a byte behind its end.
+constexpr int jumpOrigin(std::uint8_t opcode)
+{
+    return opcode == OpJump ? 4 : 3;
+}
+
+// What a jump instruction at `jump` leads to.
 inline const std::uint8_t* jumpTarget(const std::uint8_t* jump)
 {
-    return jump + (*jump == OpJump ? 4 : 3) + readOperand<std::int16_t>(jump + 1);
+    return jump + jumpOrigin(*jump) + readOperand<std::int16_t>(jump + 1);
 }
 
 // Collects instructions. Once memory was short it only counts, and ErrorMemory stands.
@@ -102,10 +114,15 @@ public:
     // Frees the buffer and begins anew.
     void clear();
 
-    void emit(OpCode opcode) { append(&opcode, 1); }
+    void emit(OpCode opcode)
+    {
+        assert(operandSize(opcode) == 0);
+        append(&opcode, 1);
+    }
     template <typename Operand>
     void emit(OpCode opcode, Operand operand)
     {
+        assert(sizeof operand == operandSize(opcode));
         std::uint8_t bytes[1 + sizeof operand];
         bytes[0] = opcode;
         std::memcpy(bytes + 1, &operand, sizeof operand);
@@ -114,14 +131,15 @@ public:
     void emitCall(int row, int argumentCount);
 
     // Closes the code with OpReturn and copies it into a block of the private heap, which the
-    // caller owns. Null, with ErrorMemory, if that is refused.
+    // caller owns. Null, with ErrorMemory, if that is refused. The writer is empty afterwards.
     std::uint8_t* finish();
 
     // Closes the code with OpReturn and enters it in the FormulaPool with one owner; -1 with
-    // ErrorMemory if that is refused.
+    // ErrorMemory if that is refused. The writer is empty afterwards.
     std::int32_t finishInPool();
 
 private:
+    bool grow(std::uint32_t count);
     bool close();
 
     // The first four bytes of the buffer are kept for the block's count.

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "core/value.h"
+#include "platform/clock.h"
 
 #include <cstdint>
 #include <string>
@@ -102,23 +103,42 @@ struct FormulaLexer {
     }
 
 private:
+    // The character at a position; zero behind the end.
     char16_t at(std::size_t position) const
     {
         return position < text.size() ? text[position] : u'\0';
     }
+    bool standsAt(char16_t separator) const
+    {
+        return separator != u'\0' && at(cursor) == separator;
+    }
 
+    void skipSpace();
     void scanToken();
     void scanErrorLiteral();
     bool scanOperator(char16_t unit);
-    CellRef scanCell();
-    void scanReference();
-    bool tryReference();
+
+    // These answer the error code that stands in the way of a reference.
+    int scanColumn(CellRef& cell);
+    int scanRow(CellRef& cell);
+    int scanCell(CellRef& cell);
+    int scanReference();
+
     void scanWord();
+    std::u16string_view takeWord();
     bool findWord(std::u16string_view word);
-    void scanSheetPrefix();
+    void setName(NameKind newKind, int index);
+    void scanSheetPrefix(bool quoted);
     int scanSheetName(bool quoted);
+
     void scanNumber();
+    int scanDigits();
     bool scanDate();
+    bool scanDayAndMonth(int first, LocalTime& parts);
+    bool hourFollows();
+    bool scanTime(LocalTime& parts);
+    void scanDesignator(LocalTime& parts);
+
     void scanString();
 };
 

@@ -2,7 +2,10 @@
 // whenever somebody looks, in the spelling of the function table and with the separators of the
 // moment.
 //
-// Errors: ErrorTooComplex, sticky, with an empty text, for a formula longer than PrintedTextMax.
+// Any code can be printed: what makes no sense in a formula comes out as "!!Err".
+//
+// Errors: ErrorTooComplex, sticky, with an empty text, for a formula longer than PrintedTextMax or
+//         nested deeper than one that can be typed.
 #pragma once
 
 #include "core/value.h"
@@ -12,7 +15,7 @@
 
 namespace vorn {
 
-// Characters of a printed formula, without its '='.
+// Characters of a printed formula, its '=' among them.
 constexpr int PrintedTextMax = 999;
 
 // The formula of a cell, with its leading '='.

@@ -3,7 +3,8 @@
 // and are the steps of undo programs; 157 to 188 can only be called by tasks.
 //
 // A handler finds its arguments on the evaluation stack, the last on top, and their count in
-// machine.argumentCount. It pops them all and pushes one result (formula/machine.h).
+// machine.argumentCount. It pops them all and pushes one result (formula/machine.h). Every row has
+// a handler: that of a row whose body is not there yet gives the error 29, as an unknown name does.
 #pragma once
 
 #include <cstdint>
@@ -48,6 +49,15 @@ struct FunctionRow {
 };
 
 extern const FunctionRow functionTable[FunctionRowCount];
+
+// The bodies: callAbs of the row Abs and so on, in the unit of the row's category.
+#define FUNCTION(row, name, least, most, category, usage, help) void call##name();
+#define PENDING(row, name, least, most, category, usage, help) void call##name();
+#define ACTION(row)
+#include "functions/functions.def"
+#undef FUNCTION
+#undef PENDING
+#undef ACTION
 
 // The row of a function by name, without case; -1 if there is none.
 int findFunction(std::u16string_view name);

@@ -1,0 +1,448 @@
+#include "formula/lexer.h"
+
+#include "core/error.h"
+#include "core/workbook.h"
+#include "formula/decimal.h"
+#include "functions/table.h"
+#include "numfmt/locale.h"
+#include "numfmt/serial.h"
+#include "platform/platform.h"
+#include "platform/textrules.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vorn {
+namespace {
+
+constexpr bool isWordUnit(char16_t unit)
+{
+    return isAsciiLetter(unit) || isAsciiDigit(unit) || unit == u'_';
+}
+
+// The token of each operator character, from TokenPlus on; TokenEndOfText for all others.
+constexpr std::array<TokenKind, 128> makeOperatorTokens()
+{
+    std::array<TokenKind, 128> tokens{};
+    int kind = TokenPlus;
+    for (char operatorUnit : std::string_view("+-*/()&=!^%><"))
+        tokens[static_cast<std::size_t>(operatorUnit)] = static_cast<TokenKind>(kind++);
+    return tokens;
+}
+
+constexpr std::array<TokenKind, 128> operatorTokens = makeOperatorTokens();
+
+bool sameText(std::u16string_view a, std::u16string_view b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t left, char16_t right) {
+        return lowerUnit(left) == lowerUnit(right);
+    });
+}
+
+// Digit runs stop to grow here, far beyond everything that a row, a year or an hour may be.
+constexpr int DigitRunMax = 1000000;
+
+} // namespace
+
+void FormulaLexer::reset(std::u16string_view newText, CellPosition newBase)
+{
+    text = newText;
+    base = newBase;
+    cursor = 0;
+    tokenStart = 0;
+    kind = TokenStart;
+    captureName = false;
+}
+
+void FormulaLexer::next()
+{
+    if (kind == TokenEndOfText)
+        raiseError(ErrorEndOfFormula);
+    else
+        scanToken();
+    if (errorStands())
+        kind = TokenEndOfText;
+    captureName = false;
+}
+
+void FormulaLexer::skipSpace()
+{
+    while (isSpaceUnit(at(cursor)))
+        ++cursor;
+}
+
+void FormulaLexer::scanToken()
+{
+    skipSpace();
+    tokenStart = cursor;
+    const char16_t unit = at(cursor);
+    if (unit == u'\0') {
+        kind = TokenEndOfText;
+    } else if (unit == u'!' && at(cursor + 1) == u'!') {
+        scanErrorLiteral();
+    } else if (scanOperator(unit)) {
+        return;
+    } else if (unit == u'$') {
+        raiseError(scanReference());
+    } else if (isAsciiLetter(unit) || unit == u'_' || unit == u'\'') {
+        scanWord();
+    } else if (isAsciiDigit(unit) || unit == localeInfo.decimal) {
+        scanNumber();
+    } else if (unit == u'"') {
+        scanString();
+    } else if (unit == localeInfo.list) {
+        ++cursor;
+        kind = TokenListSeparator;
+    } else {
+        raiseError(ErrorCharacter);
+    }
+}
+
+void FormulaLexer::scanErrorLiteral()
+{
+    cursor += 2;
+    const std::u16string_view word = takeWord();
+    kind = TokenError;
+    if (sameText(word, u"NA"))
+        error = CellErrorNA;
+    else if (sameText(word, u"Ref"))
+        error = CellErrorRef;
+    else
+        raiseError(ErrorCharacter);
+}
+
+bool FormulaLexer::scanOperator(char16_t unit)
+{
+    if (unit >= operatorTokens.size() || operatorTokens[unit] == TokenEndOfText)
+        return false;
+    kind = operatorTokens[unit];
+    const char16_t second = at(++cursor);
+    TokenKind pair = kind;
+    if (kind == TokenLess && second == u'=')
+        pair = TokenLessEqual;
+    else if (kind == TokenLess && second == u'>')
+        pair = TokenNotEqual;
+    else if (kind == TokenGreater && second == u'=')
+        pair = TokenGreaterEqual;
+    if (pair != kind)
+        ++cursor;
+    kind = pair;
+    return true;
+}
+
+// --- References
+
+int FormulaLexer::scanColumn(CellRef& cell)
+{
+    const bool relative = at(cursor) != u'$';
+    if (!relative)
+        ++cursor;
+    if (!isAsciiLetter(at(cursor)))
+        return ErrorColumnExpected;
+    int column = 0;
+    for (; isAsciiLetter(at(cursor)); ++cursor) {
+        column = column * 26 + (at(cursor) | 0x20) - u'a' + 1;
+        if (column > ColumnCount)
+            return ErrorColumnName;
+    }
+    --column;
+    cell.column = static_cast<std::uint16_t>(
+        relative ? ((column - base.column) & 0xff) | ColumnRelative : column);
+    return ErrorNone;
+}
+
+int FormulaLexer::scanRow(CellRef& cell)
+{
+    const bool relative = at(cursor) != u'$';
+    if (!relative)
+        ++cursor;
+    if (!isAsciiDigit(at(cursor)) || at(cursor) == u'0')
+        return ErrorRowExpected;
+    const int row = scanDigits() - 1;
+    if (row >= RowCount)
+        return ErrorRowTooBig;
+    if (relative)
+        cell.column |= RowRelative;
+    cell.row = static_cast<std::uint16_t>(relative ? row - base.row : row);
+    return ErrorNone;
+}
+
+int FormulaLexer::scanCell(CellRef& cell)
+{
+    const int code = scanColumn(cell);
+    return code != ErrorNone ? code : scanRow(cell);
+}
+
+int FormulaLexer::scanReference()
+{
+    CellRef first;
+    int code = scanCell(first);
+    if (code != ErrorNone)
+        return code;
+    CellRef last = first;
+    kind = TokenCell;
+    const bool dots = at(cursor) == u'.' && at(cursor + 1) == u'.';
+    if (dots || at(cursor) == u':') {
+        cursor += dots ? 2 : 1;
+        kind = TokenRange;
+        code = scanCell(last);
+    }
+    range = {first.row, first.column, last.row, last.column};
+    return code;
+}
+
+// --- Words
+
+std::u16string_view FormulaLexer::takeWord()
+{
+    const std::size_t start = cursor;
+    while (isWordUnit(at(cursor)))
+        ++cursor;
+    return text.substr(start, cursor - start);
+}
+
+void FormulaLexer::scanWord()
+{
+    const bool quoted = at(cursor) == u'\'';
+    if (!quoted) {
+        if (scanReference() == ErrorNone)
+            return;
+        cursor = tokenStart;
+        const std::u16string_view word = takeWord();
+        if (findWord(word))
+            return;
+        if (workbook->findSheet(word) < 0) {
+            kind = TokenUnknownName;
+            if (captureName)
+                capturedName = word;
+            return;
+        }
+        cursor = tokenStart;
+    }
+    scanSheetPrefix(quoted);
+}
+
+void FormulaLexer::setName(NameKind newKind, int index)
+{
+    kind = TokenName;
+    nameKind = newKind;
+    nameIndex = index;
+}
+
+bool FormulaLexer::findWord(std::u16string_view word)
+{
+    static constexpr struct {
+        std::u16string_view word;
+        TokenKind kind;
+    } keywords[] = {
+        {u"if",    TokenIf   },
+        {u"then",  TokenThen },
+        {u"else",  TokenElse },
+        {u"end",   TokenEnd  },
+        {u"while", TokenWhile},
+        {u"do",    TokenDo   },
+    };
+
+    logical = sameText(word, u"true");
+    if (logical || sameText(word, u"false")) {
+        kind = TokenLogical;
+        return true;
+    }
+    if (const int row = findFunction(word); row >= 0) {
+        setName(NameFunction, row);
+        return true;
+    }
+    for (const auto& keyword : keywords)
+        if (sameText(word, keyword.word)) {
+            kind = keyword.kind;
+            return true;
+        }
+    if (const int name = workbook->findName(word); name >= 0) {
+        setName(NameDefined, name);
+        return true;
+    }
+    const int variable = workbook->findVariable(word);
+    if (variable >= 0)
+        setName(NameVariable, variable);
+    return variable >= 0;
+}
+
+void FormulaLexer::scanSheetPrefix(bool quoted)
+{
+    if (quoted)
+        ++cursor;
+    const int first = scanSheetName(quoted);
+    int last = first;
+    if (at(cursor) == u':') {
+        ++cursor;
+        last = scanSheetName(quoted);
+    }
+    // Whatever stands behind a quoted name is taken for its closing quote.
+    if (quoted && at(cursor) != u'\0')
+        ++cursor;
+    firstSheet = std::min(first, last);
+    lastSheet = std::max(first, last);
+    setName(NameSheet, -1);
+}
+
+int FormulaLexer::scanSheetName(bool quoted)
+{
+    const std::size_t start = cursor;
+    if (quoted)
+        while (at(cursor) != u'\'' && at(cursor) != u':' && at(cursor) != u'\0')
+            ++cursor;
+    else
+        takeWord();
+    const std::u16string_view name = text.substr(start, cursor - start);
+    const int sheet = name.empty() ? -1 : workbook->findSheet(name);
+    if (sheet < 0 || sheet > SheetIndexMax)
+        raiseError(ErrorSheetName);
+    return sheet;
+}
+
+// --- Numbers, dates and times
+
+void FormulaLexer::scanNumber()
+{
+    if (scanDate())
+        return;
+    kind = TokenNumber;
+    switch (readDecimal(text, cursor, localeInfo.decimal, number)) {
+    case DecimalRead:
+        break;
+    case DecimalMissing:
+        raiseError(ErrorCharacter);
+        break;
+    case DecimalTooLarge:
+        raiseError(ErrorNumberRange);
+        break;
+    }
+}
+
+int FormulaLexer::scanDigits()
+{
+    int value = 0;
+    for (; isAsciiDigit(at(cursor)); ++cursor)
+        if (value < DigitRunMax)
+            value = value * 10 + (at(cursor) - u'0');
+    return value;
+}
+
+// A text that cannot be a date is left alone; one that has gone too far to be anything else, but is
+// not in the calendar, is an error.
+bool FormulaLexer::scanDate()
+{
+    const std::size_t start = cursor;
+    LocalTime parts;
+    const int first = scanDigits();
+    timeSeen = standsAt(localeInfo.timeSeparator);
+    dateSeen = false;
+    designatorSeen = false;
+    secondsSeen = false;
+    if (timeSeen) {
+        parts.hour = first;
+    } else if (scanDayAndMonth(first, parts)) {
+        timeSeen = hourFollows();
+        if (timeSeen)
+            parts.hour = scanDigits();
+    } else {
+        cursor = start;
+        return false;
+    }
+    if ((timeSeen && !scanTime(parts)) ||
+        !partsToSerial(parts.year, parts.month, parts.day, parts.hour, parts.minute, parts.second,
+                       number, Validated))
+        raiseError(ErrorDate);
+    kind = TokenDate;
+    return true;
+}
+
+// The parts of a date behind its first number. Without a year, but with its separator, the date is
+// one of the present year.
+bool FormulaLexer::scanDayAndMonth(int first, LocalTime& parts)
+{
+    if (!standsAt(localeInfo.dateSeparator) || !isAsciiDigit(at(cursor + 1)))
+        return false;
+    ++cursor;
+    const int second = scanDigits();
+    if (!standsAt(localeInfo.dateSeparator))
+        return false;
+    ++cursor;
+    const bool dayFirst = localeInfo.dateOrder == DayFirst;
+    parts.month = dayFirst ? second : first;
+    parts.day = dayFirst ? first : second;
+    parts.year = isAsciiDigit(at(cursor)) ? scanDigits() : platform.clock->localTime().year;
+    if (parts.year < 100)
+        parts.year += parts.year < 30 ? 2000 : 1900;
+    dateSeen = true;
+    return true;
+}
+
+// Skips the space behind a date; is it followed by digits and the time separator?
+bool FormulaLexer::hourFollows()
+{
+    skipSpace();
+    const std::size_t start = cursor;
+    scanDigits();
+    const bool follows = cursor != start && standsAt(localeInfo.timeSeparator);
+    cursor = start;
+    return follows;
+}
+
+bool FormulaLexer::scanTime(LocalTime& parts)
+{
+    ++cursor;
+    if (!isAsciiDigit(at(cursor)))
+        return false;
+    parts.minute = scanDigits();
+    secondsSeen = standsAt(localeInfo.timeSeparator);
+    if (secondsSeen) {
+        ++cursor;
+        if (!isAsciiDigit(at(cursor)))
+            return false;
+        parts.second = scanDigits();
+    }
+    scanDesignator(parts);
+    return true;
+}
+
+void FormulaLexer::scanDesignator(LocalTime& parts)
+{
+    const std::size_t start = cursor;
+    skipSpace();
+    const std::size_t wordStart = cursor;
+    while (isAsciiLetter(at(cursor)) || at(cursor) == u'.')
+        ++cursor;
+    const std::u16string_view word = text.substr(wordStart, cursor - wordStart);
+    const bool morning = !word.empty() && sameText(word, localeInfo.am);
+    const bool afternoon = !word.empty() && sameText(word, localeInfo.pm);
+    designatorSeen = morning || afternoon;
+    if (!designatorSeen)
+        cursor = start;
+    if (morning && parts.hour == 12)
+        parts.hour = 0;
+    if (afternoon && parts.hour != 12)
+        parts.hour += 12;
+}
+
+// --- Texts
+
+void FormulaLexer::scanString()
+{
+    kind = TokenString;
+    literalLength = 0;
+    for (++cursor; at(cursor) != u'\0'; ++cursor) {
+        if (at(cursor) == u'"' && at(++cursor) != u'"') {
+            literal[literalLength] = u'\0';
+            return;
+        }
+        if (literalLength == LiteralMax) {
+            raiseError(ErrorTooComplex);
+            return;
+        }
+        literal[literalLength++] = at(cursor);
+    }
+    raiseError(ErrorUnterminatedString);
+}
+
+} // namespace vorn

@@ -1,0 +1,155 @@
+#include "functions/table.h"
+
+#include "core/value.h"
+#include "formula/machine.h"
+#include "platform/textrules.h"
+
+#include <array>
+#include <cstddef>
+
+namespace vorn {
+namespace {
+
+// Stands in for a body that is not there yet.
+void callMissing()
+{
+    popMany(machine.argumentCount);
+    pushError(CellErrorName);
+}
+
+constexpr std::u16string_view rowNames[FunctionRowCount] = {
+#define FUNCTION(row, name, least, most, category, usage, help) u"" #name,
+#define PENDING FUNCTION
+#define ACTION(row) u"",
+#include "functions/functions.def"
+#undef FUNCTION
+#undef PENDING
+#undef ACTION
+};
+
+// The rows stand at their numbers.
+constexpr int rowNumbers[] = {
+#define FUNCTION(row, name, least, most, category, usage, help) row,
+#define PENDING FUNCTION
+#define ACTION(row) row,
+#include "functions/functions.def"
+#undef FUNCTION
+#undef PENDING
+#undef ACTION
+};
+
+constexpr bool rowsAreInOrder()
+{
+    for (std::size_t row = 0; row < std::size(rowNumbers); ++row)
+        if (rowNumbers[row] != static_cast<int>(row))
+            return false;
+    return std::size(rowNumbers) == FunctionRowCount;
+}
+static_assert(rowsAreInOrder());
+
+// Names are of ASCII letters and digits, so their case is one bit. A unit that is no ASCII letter
+// becomes another one that is no letter, and is told apart when the name is compared.
+constexpr char16_t fold(char16_t unit)
+{
+    return isAsciiLetter(unit) ? static_cast<char16_t>(unit | 0x20) : unit;
+}
+
+constexpr std::size_t findLongestName()
+{
+    std::size_t longest = 0;
+    for (std::u16string_view name : rowNames)
+        longest = name.size() > longest ? name.size() : longest;
+    return longest;
+}
+
+constexpr std::size_t LongestName = findLongestName();
+
+constexpr bool sameName(std::u16string_view a, std::u16string_view b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (fold(a[i]) != fold(b[i]))
+            return false;
+    return true;
+}
+
+// Every word of a document that is read is looked up here, and most are no names. So the table is
+// made when the program is compiled, and sparse, so that a miss ends at once.
+constexpr std::size_t SlotCount = 1024;
+constexpr std::uint8_t FreeSlot = 255;
+static_assert(FunctionRowCount <= FreeSlot);
+
+constexpr std::size_t slotOf(std::u16string_view name)
+{
+    std::uint32_t hash = 0;
+    for (char16_t unit : name)
+        hash = (hash ^ fold(unit)) * 0x9e3779b1U;
+    return (hash >> 16) % SlotCount;
+}
+
+constexpr std::array<std::uint8_t, SlotCount> makeSlots()
+{
+    std::array<std::uint8_t, SlotCount> slots{};
+    slots.fill(FreeSlot);
+    for (std::size_t row = 0; row < FunctionRowCount; ++row) {
+        if (rowNames[row].empty())
+            continue;
+        std::size_t slot = slotOf(rowNames[row]);
+        while (slots[slot] != FreeSlot)
+            slot = (slot + 1) % SlotCount;
+        slots[slot] = static_cast<std::uint8_t>(row);
+    }
+    return slots;
+}
+
+constexpr std::array<std::uint8_t, SlotCount> nameSlots = makeSlots();
+
+constexpr std::u16string_view categoryTitles[CategoryCount] = {
+    u"All",
+    u"Most Recently Used",
+    u"Math & Trig",
+    u"Statistical",
+    u"Financial",
+    u"Date & Time",
+    u"Logical",
+    u"Text",
+    u"Information & Lookup",
+    u"Database",
+    u"Task",
+};
+
+} // namespace
+
+constinit const FunctionRow functionTable[FunctionRowCount] = {
+#define FUNCTION(row, name, least, most, category, usage, help)                                    \
+    {call##name, least, most, category, u"" #name, usage, help},
+#define PENDING(row, name, least, most, category, usage, help)                                     \
+    {callMissing, least, most, category, u"" #name, usage, help},
+#define ACTION(row) {callMissing, 0, 0, CategoryAll, u"", u"", u""},
+#include "functions/functions.def"
+#undef FUNCTION
+#undef PENDING
+#undef ACTION
+};
+
+int findFunction(std::u16string_view name)
+{
+    if (name.empty() || name.size() > LongestName)
+        return -1;
+    std::size_t slot = slotOf(name);
+    while (nameSlots[slot] != FreeSlot) {
+        const int row = nameSlots[slot];
+        if (sameName(rowNames[row], name))
+            return row;
+        slot = (slot + 1) % SlotCount;
+    }
+    return -1;
+}
+
+std::u16string_view categoryTitle(int category)
+{
+    return category >= 0 && category < CategoryCount ? categoryTitles[category] : u"";
+}
+
+} // namespace vorn
