@@ -4,12 +4,7 @@
 // negation.
 #pragma once
 
-#include <cstdint>
-
 namespace vorn {
-
-// What the compiler adds to the argument count of an If that it has turned into jumps.
-constexpr std::uint8_t CompiledIfMark = 10;
 
 void operateAdd();
 void operateSubtract();
