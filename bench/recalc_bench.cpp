@@ -150,19 +150,20 @@ void sortChain(benchmark::State& state)
         std::reverse(order.begin(), order.end());
     if (state.range(0) == Shuffled)
         std::shuffle(order.begin(), order.end(), std::mt19937(1));
-    constexpr int Rows = 16000;
+    // By rows, as tables are filled.
+    const int columns = count / FormulaRows;
     for (auto each : state) {
         state.PauseTiming();
         NewDocument(1, FileKindNative);
         Sheet& sheet = *workbook->currentSheet;
         for (const int index : order) {
-            const int before = index == 0 ? Rows * ColumnCount - 1 : index - 1;
+            const int before = index == 0 ? LastRow * columns : index - 1;
             ByteCodeWriter writer;
-            writer.emit(OpPushCell, CellRef{static_cast<std::uint16_t>(before % Rows),
-                                            static_cast<std::uint16_t>(before / Rows)});
+            writer.emit(OpPushCell, CellRef{static_cast<std::uint16_t>(before / columns),
+                                            static_cast<std::uint16_t>(before % columns)});
             writer.emit(OpPushNumber, 1.0);
             writer.emit(OpAdd);
-            storeFormula(sheet, index / Rows, index % Rows, writer);
+            storeFormula(sheet, index % columns, index / columns, writer);
         }
         state.ResumeTiming();
         calcChain.sort();

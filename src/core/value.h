@@ -13,7 +13,7 @@
 //               2        32 bits, a CellError
 //               3        32 bits, a StringPool index; the value owns one reference of it
 //               4, 13    a 64-bit float, unaligned
-//               5        the address of a FormulaCell, which the cell owns
+//               5        32 bits, the handle of a FormulaCell, which the cell owns
 //               6, 8     a resolved CellRef
 //               7, 9     a resolved RangeRef
 //               10       an address in byte code, on the stack only
@@ -94,7 +94,7 @@ struct CellValue {
     std::int32_t error() const { return get<std::int32_t>(); }
     std::int32_t textIndex() const { return get<std::int32_t>(); }
     std::uint32_t integer() const { return get<std::uint32_t>(); }
-    FormulaCell* formula() const { return get<FormulaCell*>(); }
+    FormulaCell* formula() const; // core/formulacell.h has it, and makeFormula
     CellRef cellRef() const { return get<CellRef>(); }
     RangeRef rangeRef() const { return get<RangeRef>(); }
 
@@ -106,7 +106,7 @@ struct CellValue {
         return make(TagLogical, static_cast<std::int32_t>(logical));
     }
     static CellValue makeError(std::int32_t error) { return make(TagError, error); }
-    static CellValue makeFormula(FormulaCell* formula) { return make(TagFormula, formula); }
+    static CellValue makeFormula(const FormulaCell* formula);
 
     static CellValue makeCellRef(CellRef cell) { return make(TagCellRef, cell); }
     static CellValue makeRangeRef(const RangeRef& range) { return make(TagRangeRef, range); }

@@ -170,7 +170,7 @@ void Workbook::removeSheet(int index)
     sheets.removeAt(index);
     for (int each = index; each < sheets.size(); ++each)
         sheets[each]->index = each;
-    for (FormulaCell* cell = calcChain.first(); cell != nullptr; cell = cell->next) {
+    for (FormulaCell* cell = calcChain.first(); cell != nullptr; cell = calcChain.next(cell)) {
         if (cell->sheet >= index)
             --cell->sheet;
     }
@@ -308,6 +308,8 @@ void closeDocument()
     }
     formulaPool->clear();
     stringPool->clear();
+    formulaTable.clear();
+    calcChain.reset();
 }
 
 void NewDocument(int sheetCount, FileKind kind)
