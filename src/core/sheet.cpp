@@ -65,11 +65,6 @@ int previousPresent(const Row& row, int column)
     return previousThere<isPresentCell>(row, column);
 }
 
-const CellValue& resultOf(const CellValue& value)
-{
-    return value.tag == TagFormula ? value.formula()->result : value;
-}
-
 void Selection::select(CellRef first, CellRef second)
 {
     range = sortedRange(first, second);
@@ -102,14 +97,6 @@ void Sheet::setName(std::u16string_view name)
 }
 
 // --- Reading
-
-const Cell* Sheet::cellAt(int column, int row) const
-{
-    const Row* object = rowAt(row);
-    if (object == nullptr || column < object->firstColumn || column >= object->cells.size())
-        return nullptr;
-    return &object->cells[column];
-}
 
 Cell Sheet::cellCopy(int column, int row) const
 {

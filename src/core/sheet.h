@@ -11,6 +11,7 @@
 #pragma once
 
 #include "core/columns.h"
+#include "core/formulacell.h"
 #include "core/growarray.h"
 #include "core/value.h"
 
@@ -89,7 +90,13 @@ public:
 
     // --- Reading
 
-    const Cell* cellAt(int column, int row) const;
+    const Cell* cellAt(int column, int row) const
+    {
+        const Row* object = rowAt(row);
+        if (object == nullptr || column < object->firstColumn || column >= object->cells.size())
+            return nullptr;
+        return object->cells.data() + column;
+    }
 
     // The stored value and style, or a blank without style. Borrowed: no reference is taken.
     Cell cellCopy(int column, int row) const;
@@ -220,7 +227,10 @@ int previousOccupied(const Row& row, int column);
 int previousPresent(const Row& row, int column);
 
 // The value behind a stored one: a formula's result in its place.
-const CellValue& resultOf(const CellValue& value);
+inline const CellValue& resultOf(const CellValue& value)
+{
+    return value.tag == TagFormula ? value.formula()->result : value;
+}
 
 // A walk over the cells of a rectangle, the same in each of several sheets: row by row, or down the
 // columns, which tests every row for every column and is for those whom the order matters. It holds

@@ -22,13 +22,17 @@ bool stackIsEmpty()
     return true;
 }
 
-// The cell that a reference on the stack means; null if it means none or several. `isReference`
-// tells whether there is a reference at all.
-const CellValue* referredCell(const CellValue& reference, bool& isReference)
+bool isReferenceTag(std::uint8_t tag)
+{
+    return tag >= TagCellRef && tag <= TagSheetRangeRef;
+}
+
+// The cell that a reference on the stack means; null if it means none or several.
+const CellValue* referredCell(const CellValue& reference)
 {
     RangeArgument argument;
-    isReference = readReference(reference, argument);
-    if (!isReference || argument.firstSheet != argument.lastSheet || argument.range.isMultiCell())
+    readReference(reference, argument);
+    if (argument.firstSheet != argument.lastSheet || argument.range.isMultiCell())
         return nullptr;
     const Sheet* sheet = workbook->sheetAt(argument.firstSheet);
     if (sheet == nullptr)
@@ -89,12 +93,9 @@ bool readReference(const CellValue& value, RangeArgument& out)
 
 void dereferenceTop()
 {
-    if (machine.stackTop == machine.runBase)
+    if (machine.stackTop == machine.runBase || !isReferenceTag(machine.stackTop->tag))
         return;
-    bool isReference = false;
-    const CellValue* value = referredCell(*machine.stackTop, isReference);
-    if (!isReference)
-        return;
+    const CellValue* value = referredCell(*machine.stackTop);
     if (value != nullptr)
         copyValue(*value, *machine.stackTop);
     else
