@@ -1,0 +1,110 @@
+#include "files/openflow.h"
+
+#include "core/error.h"
+#include "files/csv.h"
+#include "files/stream.h"
+#include "platform/files.h"
+#include "platform/platform.h"
+#include "platform/userinterface.h"
+
+#include <memory>
+
+namespace vorn {
+
+namespace {
+
+// The file at `path`; null, with ErrorFileOpen, if there is none that can be read.
+std::unique_ptr<File> openFile(std::u16string_view path)
+{
+    std::unique_ptr<File> file = platform.files->openToRead(path);
+    if (file == nullptr)
+        raiseError(ErrorFileOpen);
+    return file;
+}
+
+void readText(std::u16string_view path)
+{
+    const std::unique_ptr<File> file = openFile(path);
+    if (file == nullptr)
+        return;
+    FileStream stream(*file);
+    ImportText(stream);
+}
+
+// The binary formats have no reader: an existing file is refused as one of another format.
+void refuseFormat(std::u16string_view path)
+{
+    if (openFile(path) != nullptr)
+        raiseError(ErrorFileFormat);
+}
+
+void refuseExcel(std::u16string_view path)
+{
+    if (openFile(path) != nullptr)
+        raiseError(ErrorExcelOpen);
+}
+
+struct DocumentReader {
+    const char16_t* extension; // none for the kind of all other files
+    int sheets;                // of the document that the reader fills
+    FileKind fileKind;
+    bool keepsPath; // or a save has to ask for a name
+    void (*read)(std::u16string_view path);
+};
+
+// By DocumentKind.
+constexpr DocumentReader readers[] = {
+    {nullptr, 0, FileKindNative,   true,  refuseFormat},
+    {u"csv",  1, FileKindNative,   false, readText    },
+    {u"pxl",  0, FileKindImported, true,  refuseFormat},
+    {u"xls",  0, FileKindImported, true,  refuseExcel },
+};
+constexpr int ReaderCount = std::size(readers);
+
+void readDocument(const DocumentReader& reader, std::u16string_view path)
+{
+    NewDocument(reader.sheets, reader.fileKind);
+    if (path.size() > static_cast<std::size_t>(PathMax))
+        raiseError(ErrorFileOpen);
+    else
+        reader.read(path);
+    if (errorStands())
+        NewDocument(NewDocumentSheets, FileKindNative);
+    else if (reader.keepsPath)
+        workbook->path = path;
+}
+
+} // namespace
+
+DocumentKind documentKind(std::u16string_view path)
+{
+    const std::size_t dot = path.rfind(u'.');
+    if (dot == std::u16string_view::npos)
+        return DocumentNative;
+    const std::u16string extension(path.substr(dot + 1));
+    for (int kind = 0; kind < ReaderCount; ++kind) {
+        const char16_t* candidate = readers[kind].extension;
+        if (candidate != nullptr && compareTexts(extension.c_str(), candidate, IgnoreCase) == 0)
+            return static_cast<DocumentKind>(kind);
+    }
+    return DocumentNative;
+}
+
+void OpenDocument(std::u16string_view path)
+{
+    platform.userInterface->showWaitCursor(true);
+    readDocument(readers[documentKind(path)], path);
+    platform.userInterface->showWaitCursor(false);
+}
+
+std::u16string documentTitle()
+{
+    const std::u16string_view path = workbook->path;
+    if (path.empty())
+        return u"Vorn";
+    const std::size_t separator = path.find_last_of(u"/\\");
+    return std::u16string(separator == std::u16string_view::npos ? path
+                                                                 : path.substr(separator + 1));
+}
+
+} // namespace vorn
