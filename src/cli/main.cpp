@@ -1,0 +1,141 @@
+// vorn-cli: the spreadsheet without a window.
+#include "cli/commands.h"
+#include "cli/machine.h"
+
+#include <CLI/CLI.hpp>
+
+namespace vorn::cli {
+namespace {
+
+// What a call asks for.
+struct Call {
+    MachineOptions machine;
+    std::vector<std::string> expressions;
+    ShowRequest show;
+    std::string form = "text";
+    std::string scriptFile = "-";
+    std::string functionName;
+    std::vector<std::string> ignored;
+};
+
+CLI::App* addCommand(CLI::App& program, const std::string& name, const std::string& does)
+{
+    CLI::App* command = program.add_subcommand(name, does);
+    command->set_help_flag("-h,--help", "Print this help and exit");
+    return command;
+}
+
+// The options of all subcommands; they may also stand before the subcommand.
+void addSharedOptions(CLI::App& command, MachineOptions& options)
+{
+    command.add_option("--locale", options.locale, "Locale, such as en_US or de_DE")
+        ->type_name("NAME");
+    command.add_option("--now", options.now, "The time that the clock shows")
+        ->type_name("YYYY-MM-DDThh:mm:ss");
+    command.add_option("--code-page", options.codePage, "The system's code page, such as 1252")
+        ->type_name("N");
+    command.add_option("--settings", options.settingsFile, "File of the settings")
+        ->type_name("FILE");
+    command.set_version_flag("--version", "vorn-cli " VORN_VERSION);
+}
+
+void addCommands(CLI::App& program, Call& call)
+{
+    CLI::App* eval = addCommand(program, "eval", "Print what expressions give");
+    eval->add_option("EXPR", call.expressions, "Expressions, with or without '='")->required();
+
+    CLI::App* show = addCommand(program, "show", "Print a sheet of a file");
+    show->add_option("FILE", call.show.file, "The file")->required();
+    show->add_option("--sheet", call.show.sheet, "Name or number of the sheet")
+        ->type_name("NAME|N");
+    show->add_option("--range", call.show.range, "Cells to print; all that are used if left out")
+        ->type_name("REF");
+    show->add_option("--as", call.form, "What to print of a cell")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"text", "input", "value"}));
+
+    CLI::App* script = addCommand(program, "script", "Run a script");
+    script->add_option("FILE", call.scriptFile, "The script; - or nothing is standard input");
+
+    CLI::App* functions = addCommand(program, "functions", "Describe the functions of formulas");
+    functions->add_option("NAME", call.functionName, "One function; all of them if left out");
+
+    for (const char* name : {"convert", "task"}) {
+        CLI::App* later = addCommand(program, name, "Does not exist yet");
+        later->prefix_command();
+    }
+    for (CLI::App* command : program.get_subcommands({}))
+        addSharedOptions(*command, call.machine);
+    addSharedOptions(program, call.machine);
+    program.require_subcommand(1);
+}
+
+CellForm formNamed(const std::string& name)
+{
+    if (name == "input")
+        return CellForm::Input;
+    return name == "value" ? CellForm::Value : CellForm::Text;
+}
+
+int runDocumentCommand(const std::string& command, Call& call, Output& out, ScriptUser& user)
+{
+    Application app;
+    Script script{app, user, out, {}};
+    if (command == "eval")
+        return evaluateExpressions(script, call.expressions);
+    if (command == "show") {
+        call.show.form = formNamed(call.form);
+        return showFile(script, call.show);
+    }
+    return runScriptFile(script, call.scriptFile);
+}
+
+int runCommand(const std::string& command, Call& call, Output& out)
+{
+    if (command == "convert" || command == "task") {
+        out.error(command + " does not exist yet");
+        return StatusFailed;
+    }
+    ScriptUser user(out);
+    Machine machine(user);
+    std::string reason;
+    if (!machine.install(call.machine, reason)) {
+        out.error(reason);
+        return StatusWrongCall;
+    }
+    if (command == "functions")
+        return printFunctions(out, call.functionName);
+    return runDocumentCommand(command, call, out, user);
+}
+
+int start(int argc, char** argv)
+{
+    CLI::App program("The Vorn spreadsheet without a window", "vorn-cli");
+    program.set_help_flag("-h,--help", "Print this help and exit");
+    Call call;
+    addCommands(program, call);
+    Output out;
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::Success& request) {
+        return program.exit(request); // help or version
+    } catch (const CLI::ParseError& error) {
+        out.error(std::string("vorn-cli: ") + error.what());
+        return StatusWrongCall;
+    }
+    const int status = runCommand(program.get_subcommands().front()->get_name(), call, out);
+    out.flush();
+    if (!out.ok()) {
+        out.error("cannot write the output");
+        return StatusFailed;
+    }
+    return status;
+}
+
+} // namespace
+} // namespace vorn::cli
+
+int main(int argc, char** argv)
+{
+    return vorn::cli::start(argc, argv);
+}

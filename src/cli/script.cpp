@@ -1,0 +1,38 @@
+#include "cli/script.h"
+
+#include "cli/utf8.h"
+
+namespace vorn::cli {
+
+namespace {
+
+// Cuts the first line off the front of `text`.
+std::string_view takeLine(std::string_view& text)
+{
+    const std::size_t end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    if (line.ends_with('\r'))
+        line.remove_suffix(1);
+    return line;
+}
+
+} // namespace
+
+bool runScript(Script& script, std::string_view name, std::string_view text)
+{
+    for (int number = 1; !text.empty(); ++number) {
+        const std::string_view line = takeLine(text);
+        if (line.empty() || line.starts_with('#'))
+            continue;
+        if (!runStatement(script, fromUtf8(line))) {
+            script.out.error(std::string(name) + ':' + std::to_string(number) + ": " +
+                             script.reason);
+            return false;
+        }
+        script.app.showError();
+    }
+    return true;
+}
+
+} // namespace vorn::cli

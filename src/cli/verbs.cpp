@@ -1,0 +1,232 @@
+// The verbs of scripts. A verb is one function and its row in the table at the end.
+#include "cli/place.h"
+#include "cli/printing.h"
+#include "cli/script.h"
+#include "cli/utf8.h"
+#include "core/workbook.h"
+
+namespace vorn::cli {
+
+namespace {
+
+using Argument = std::u16string_view;
+
+bool failAt(Script& script, std::string_view what, Argument argument)
+{
+    return script.fail(std::string(what) + " '" + toUtf8(argument) + '\'');
+}
+
+bool placeOf(Script& script, Argument argument, Place& out)
+{
+    return readPlace(argument, out) || failAt(script, "no reference:", argument);
+}
+
+// --- The document
+
+bool newVerb(Script& script, Argument)
+{
+    script.app.newWorkbook();
+    return true;
+}
+
+bool openVerb(Script& script, Argument argument)
+{
+    if (argument.empty())
+        return script.fail("open needs a path");
+    if (script.app.PromptSaveChanges())
+        script.app.OpenDocument(argument);
+    return true;
+}
+
+bool sheetVerb(Script& script, Argument argument)
+{
+    Sheet* sheet = readSheet(argument);
+    if (sheet == nullptr)
+        return failAt(script, "no sheet:", argument);
+    workbook->setCurrentSheet(sheet);
+    return true;
+}
+
+bool selectVerb(Script& script, Argument argument)
+{
+    Place place;
+    if (!placeOf(script, argument, place))
+        return false;
+    workbook->setCurrentSheet(place.sheet);
+    place.sheet->selection.select(place.first, place.second);
+    return true;
+}
+
+// A text that cannot be stored is the user's matter, not the script's: a box tells it.
+bool enterVerb(Script& script, Argument argument)
+{
+    script.app.enterCell(argument);
+    return true;
+}
+
+bool putVerb(Script& script, Argument argument)
+{
+    const Argument reference = takeReference(argument);
+    return selectVerb(script, reference) && enterVerb(script, argument);
+}
+
+// --- Answers
+
+bool answerVerb(Script& script, Argument argument)
+{
+    static constexpr struct {
+        Argument name;
+        BoxAnswer answer;
+    } answers[] = {
+        {u"box yes",    BoxAnswer::Yes   },
+        {u"box no",     BoxAnswer::No    },
+        {u"box cancel", BoxAnswer::Cancel},
+        {u"box ok",     BoxAnswer::Ok    },
+    };
+    for (const auto& candidate : answers) {
+        if (candidate.name == argument) {
+            script.user.answers.push_back(candidate.answer);
+            return true;
+        }
+    }
+    if (argument.starts_with(u"box"))
+        return failAt(script, "no answer of a box:", argument);
+    return script.fail("answers to dialogs, file dialogs and taps do not exist yet");
+}
+
+// --- Printing
+
+template <CellForm form>
+bool cellsVerb(Script& script, Argument argument)
+{
+    Place place;
+    if (!placeOf(script, argument, place))
+        return false;
+    printCells(script.out, *place.sheet, place.range(), form);
+    return true;
+}
+
+bool styleVerb(Script& script, Argument argument)
+{
+    Place place;
+    if (!placeOf(script, argument, place))
+        return false;
+    printStyles(script.out, *place.sheet, place.range());
+    return true;
+}
+
+bool formatsVerb(Script& script, Argument)
+{
+    printFormats(script.out);
+    return true;
+}
+
+bool rowVerb(Script& script, Argument argument)
+{
+    const int row = readNumber(argument, RowCount);
+    if (row == 0)
+        return failAt(script, "no row:", argument);
+    printRow(script.out, *workbook->currentSheet, row - 1);
+    return true;
+}
+
+bool columnVerb(Script& script, Argument argument)
+{
+    Place place;
+    if (!placeOf(script, argument, place))
+        return false;
+    printColumns(script.out, *place.sheet, place.range());
+    return true;
+}
+
+bool sheetsVerb(Script& script, Argument)
+{
+    printSheets(script.out);
+    return true;
+}
+
+bool selectionVerb(Script& script, Argument)
+{
+    printSelection(script.out);
+    return true;
+}
+
+bool documentVerb(Script& script, Argument)
+{
+    printDocument(script.out, script.user.title);
+    return true;
+}
+
+// --- The table
+
+using VerbFunction = bool (*)(Script& script, Argument argument);
+
+// A verb that belongs to the language of scripts and cannot do anything so far.
+constexpr VerbFunction NotYet = nullptr;
+
+constexpr struct Verb {
+    Argument name;
+    VerbFunction run;
+} verbs[] = {
+    {u"new",          newVerb                   },
+    {u"open",         openVerb                  },
+    {u"save",         NotYet                    },
+    {u"saveas",       NotYet                    },
+    {u"sheet",        sheetVerb                 },
+    {u"select",       selectVerb                },
+    {u"enter",        enterVerb                 },
+    {u"put",          putVerb                   },
+    {u"command",      NotYet                    },
+    {u"answer",       answerVerb                },
+    {u"deftask",      NotYet                    },
+    {u"runtask",      NotYet                    },
+    {u"key",          NotYet                    },
+    {u"type",         NotYet                    },
+    {u"tap",          NotYet                    },
+    {u"doubletap",    NotYet                    },
+    {u"drag",         NotYet                    },
+    {u"tapcell",      NotYet                    },
+    {u"filterbutton", NotYet                    },
+    {u"clipboard",    NotYet                    },
+    {u"size",         NotYet                    },
+    {u"settings",     NotYet                    },
+    {u"text",         cellsVerb<CellForm::Text> },
+    {u"input",        cellsVerb<CellForm::Input>},
+    {u"value",        cellsVerb<CellForm::Value>},
+    {u"style",        styleVerb                 },
+    {u"formats",      formatsVerb               },
+    {u"row",          rowVerb                   },
+    {u"column",       columnVerb                },
+    {u"sheets",       sheetsVerb                },
+    {u"names",        NotYet                    },
+    {u"tasks",        NotYet                    },
+    {u"selection",    selectionVerb             },
+    {u"view",         NotYet                    },
+    {u"editor",       NotYet                    },
+    {u"menu",         NotYet                    },
+    {u"history",      NotYet                    },
+    {u"document",     documentVerb              },
+    {u"recent",       NotYet                    },
+    {u"lists",        NotYet                    },
+    {u"used",         NotYet                    },
+    {u"chart",        NotYet                    },
+};
+
+} // namespace
+
+bool runStatement(Script& script, std::u16string_view line)
+{
+    const std::size_t blank = line.find(u' ');
+    const Argument name = line.substr(0, blank);
+    const Argument argument = blank == Argument::npos ? Argument() : line.substr(blank + 1);
+    for (const Verb& verb : verbs) {
+        if (verb.name != name)
+            continue;
+        if (verb.run == NotYet)
+            return failAt(script, "this verb does not exist yet:", name);
+        return verb.run(script, argument);
+    }
+    return failAt(script, "unknown verb:", name);
+}
+
+} // namespace vorn::cli
