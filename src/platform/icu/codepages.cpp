@@ -8,6 +8,7 @@
 #include <langinfo.h>
 #include <locale.h>
 #include <unicode/ucnv.h>
+#include <unicode/ucnv_cb.h>
 
 namespace vorn {
 
@@ -43,12 +44,23 @@ constexpr PageName PageNames[] = {
     {65000,    "UTF-7"         },
 };
 
+// ICU's own answer to a wrong byte is now U+FFFD and now a control character, by page.
+void replaceByte(const void* /*context*/, UConverterToUnicodeArgs* arguments, const char* /*bytes*/,
+                 std::int32_t /*count*/, UConverterCallbackReason reason, UErrorCode* status)
+{
+    if (reason > UCNV_IRREGULAR)
+        return;
+    *status = U_ZERO_ERROR;
+    ucnv_cbToUWriteUChars(arguments, u"\ufffd", 1, 0, status);
+}
+
 Converter openByName(const std::string& name)
 {
     UErrorCode status = U_ZERO_ERROR;
     Converter converter(ucnv_open(name.c_str(), &status));
     if (U_FAILURE(status))
         return nullptr;
+    ucnv_setToUCallBack(converter.get(), replaceByte, nullptr, nullptr, nullptr, &status);
     return converter;
 }
 
