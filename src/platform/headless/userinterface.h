@@ -27,7 +27,7 @@ public:
 
     std::vector<Box> boxes;
     std::deque<BoxAnswer> answers;
-    std::u16string title;
+    std::u16string title = u"Vorn"; // what the main window is created with
     int waitDepth = 0;
 };
 
