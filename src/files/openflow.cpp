@@ -28,7 +28,9 @@ void readText(std::u16string_view path)
     if (file == nullptr)
         return;
     FileStream stream(*file);
-    ImportText(stream);
+    TransferContext context;
+    context.stream = &stream;
+    ImportText(context);
 }
 
 // The binary formats have no reader: an existing file is refused as one of another format.
