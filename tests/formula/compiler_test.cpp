@@ -297,6 +297,8 @@ TEST(FormulaCompiler, tellsWhatIsWrongWithASheet)
         {"an error in its place",       u"=Sheet2! !!Ref", ErrorReferenceExpected, 8},
         {"an error without a bang",     u"=Sheet2!!Ref",   ErrorBangExpected,      6},
         {"bangs that run together",     u"=Sheet2!!!Ref",  ErrorCharacter,         6},
+        {"an error without a bang",     u"=Sheet2!!Ref",   ErrorBangExpected,      6},
+        {"bangs that run together",     u"=Sheet2!!!Ref",  ErrorCharacter,         6},
         {"no such sheet",               u"='No Such'!A1",  ErrorSheetName,         0},
     });
 }
