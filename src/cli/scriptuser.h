@@ -9,7 +9,8 @@ class Output;
 
 class ScriptUser : public SilentUserInterface {
 public:
-    explicit ScriptUser(Output& out) : out_(out) {}
+    // As a window would, it begins with the name of the program as its title.
+    explicit ScriptUser(Output& out) : out_(out) { title = u"Vorn"; }
 
     BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text,
                          BoxButtons buttons) override;

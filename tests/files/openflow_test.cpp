@@ -1,0 +1,176 @@
+#include "files/openflow.h"
+
+#include "core/error.h"
+#include "support/program.h"
+#include "support/testplatform.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(OpenFlow, tellsTheKindByWhatStandsBehindTheLastDot)
+{
+    const struct {
+        const char* behaviour;
+        const char16_t* path;
+        DocumentKind kind;
+    } cases[] = {
+        {"text",                       u"/a/b.csv",   DocumentText       },
+        {"in capitals",                u"B.CSV",      DocumentText       },
+        {"Pocket Excel",               u"b.pxl",      DocumentPocketExcel},
+        {"Excel",                      u"b.Xls",      DocumentExcel      },
+        {"the system's own",           u"b.vn",       DocumentNative     },
+        {"any other",                  u"b.txt",      DocumentNative     },
+        {"no dot",                     u"csv",        DocumentNative     },
+        {"nothing",                    u"",           DocumentNative     },
+        {"nothing behind the dot",     u"b.",         DocumentNative     },
+        {"nothing before it",          u".csv",       DocumentText       },
+        {"the last of several",        u"b.csv.xls",  DocumentExcel      },
+        {"more than an extension",     u"b.csvx",     DocumentNative     },
+        {"a blank behind it",          u"b.csv ",     DocumentNative     },
+        {"a dot in the folder's name", u"/a.csv/b",   DocumentNative     },
+        {"a letter like another",      u"b.c\u017fv", DocumentNative     },
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(documentKind(c.path), c.kind) << c.behaviour;
+}
+
+TEST(OpenFlow, callsTheDocumentByItsFileWithoutTheFolder)
+{
+    const TestDocument document;
+    const struct {
+        const char* behaviour;
+        const char16_t* path;
+        const char16_t* title;
+    } cases[] = {
+        {"no path",                 u"",               u"Vorn"  },
+        {"a name alone",            u"b.vn",           u"b.vn"  },
+        {"a path",                  u"/home/a/b c.vn", u"b c.vn"},
+        {"with backslashes",        u"\\Docs\\b.vn",   u"b.vn"  },
+        {"with both",               u"/Docs\\a/b.vn",  u"b.vn"  },
+        {"nothing behind a folder", u"/Docs/",         u""      },
+    };
+    for (const auto& c : cases) {
+        workbook->path = c.path;
+        EXPECT_EQ(documentTitle(), c.title) << c.behaviour;
+    }
+}
+
+void expectNewDocument(const char* behaviour)
+{
+    EXPECT_EQ(workbook->sheets.size(), NewDocumentSheets) << behaviour;
+    EXPECT_EQ(workbook->currentSheet, workbook->sheetAt(0)) << behaviour;
+    EXPECT_EQ(workbook->fileKind, FileKindNative) << behaviour;
+    EXPECT_EQ(workbook->path, u"") << behaviour;
+    EXPECT_FALSE(workbook->modified) << behaviour;
+}
+
+TEST(OpenFlow, leavesANewDocumentAndTheCodeOfTheFailure)
+{
+    TestDocument document;
+    const TemporaryFolder folder;
+    folder.write("notes.txt", "text");
+    folder.write("a.pxl", "text");
+    folder.write("a.xls", "text");
+    fs::permissions(folder.write("closed.csv", "1"), fs::perms::none);
+    fs::create_directory(folder.path() / "folder.csv");
+    const struct {
+        const char* behaviour;
+        const char* name;
+        int code;
+    } cases[] = {
+        {"no such text file",      "no.csv",     ErrorFileOpen  },
+        {"no such file",           "no.vn",      ErrorFileOpen  },
+        {"no such Excel file",     "no.xls",     ErrorFileOpen  },
+        {"no such folder",         "no/a.csv",   ErrorFileOpen  },
+        {"a folder",               "folder.csv", ErrorFileOpen  },
+        {"a file within a file",   "a.xls/b",    ErrorFileOpen  },
+        {"a file nobody may read", "closed.csv", ErrorFileOpen  },
+        {"a file of another kind", "notes.txt",  ErrorFileFormat},
+        {"no Pocket Excel file",   "a.pxl",      ErrorFileFormat},
+        {"no Excel file",          "a.xls",      ErrorExcelOpen },
+    };
+    for (const auto& c : cases) {
+        workbook->modified = true;
+        OpenDocument((folder.path() / c.name).u16string());
+        EXPECT_EQ(errorState.code, c.code) << c.behaviour;
+        expectNewDocument(c.behaviour);
+        clearError();
+    }
+    EXPECT_EQ(document.machine.userInterface.waitDepth, 0);
+    EXPECT_TRUE(document.machine.userInterface.boxes.empty());
+}
+
+TEST(OpenFlow, readsATextFileIntoOneSheetWithoutAPath)
+{
+    TestDocument document;
+    const TemporaryFolder folder;
+    OpenDocument(folder.write("a.csv", "1,2\nx,\n").u16string());
+    EXPECT_EQ(errorState.code, ErrorNone);
+    ASSERT_EQ(workbook->sheets.size(), 1);
+    EXPECT_EQ(workbook->currentSheet->cellText(1, 0), u"2");
+    EXPECT_EQ(workbook->currentSheet->cellText(0, 1), u"x");
+    EXPECT_EQ(workbook->path, u"");
+    EXPECT_EQ(documentTitle(), u"Vorn");
+    EXPECT_FALSE(workbook->modified);
+    EXPECT_EQ(document.machine.userInterface.waitDepth, 0);
+}
+
+// A path inside `folder` that has exactly `length` characters and leads to a file of one cell.
+std::u16string fileWithLongPath(const TemporaryFolder& folder, std::size_t length)
+{
+    std::u16string path = folder.path().u16string();
+    while (length - path.size() > 100)
+        path += u"/" + std::u16string(50, u'd');
+    path += u"/" + std::u16string(length - path.size() - 5, u'f') + u".csv";
+    fs::create_directories(fs::path(path).parent_path());
+    folder.write(fs::path(path).string(), "5");
+    return path;
+}
+
+TEST(OpenFlow, opensPathsUpToTheirLimit)
+{
+    const TestDocument document;
+    const TemporaryFolder folder;
+    OpenDocument(fileWithLongPath(folder, PathMax));
+    EXPECT_EQ(errorState.code, ErrorNone);
+    EXPECT_EQ(workbook->currentSheet->cellText(0, 0), u"5");
+
+    OpenDocument(fileWithLongPath(folder, PathMax + 1));
+    EXPECT_EQ(errorState.code, ErrorFileOpen);
+    expectNewDocument("one character too many");
+}
+
+// Sees whether work that may take a while goes on with the wait cursor up.
+class WatchingUser : public SilentUserInterface {
+public:
+    void showWaitCursor(bool wait) override
+    {
+        SilentUserInterface::showWaitCursor(wait);
+        if (wait)
+            sheetsAtRise = workbook->sheets.size();
+        else
+            sheetsAtFall = workbook->sheets.size();
+    }
+    int sheetsAtRise = 0;
+    int sheetsAtFall = 0;
+};
+
+TEST(OpenFlow, keepsTheWaitCursorUpWhileItReads)
+{
+    const TestDocument document;
+    const TemporaryFolder folder;
+    WatchingUser user;
+    platform.userInterface = &user;
+    OpenDocument(folder.write("a.csv", "1").u16string());
+    EXPECT_EQ(user.sheetsAtRise, 3);
+    EXPECT_EQ(user.sheetsAtFall, 1);
+    EXPECT_EQ(user.waitDepth, 0);
+}
+
+} // namespace
+} // namespace vorn

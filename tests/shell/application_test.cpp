@@ -1,0 +1,190 @@
+#include "shell/application.h"
+
+#include "core/error.h"
+#include "core/workbook.h"
+#include "functions/random.h"
+#include "support/program.h"
+#include "support/testplatform.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace vorn {
+namespace {
+
+using UsedFunctions = std::array<int, UsedFunctionCount>;
+
+TEST(Application, beginsWithANewWorkbook)
+{
+    TestPlatform machine;
+    const Application app;
+    EXPECT_EQ(application, &app);
+    ASSERT_NE(workbook, nullptr);
+    ASSERT_EQ(workbook->sheets.size(), 3);
+    EXPECT_EQ(workbook->currentSheet, workbook->sheetAt(0));
+    EXPECT_EQ(workbook->sheetAt(2)->name(), u"Sheet3");
+    EXPECT_EQ(workbook->path, u"");
+    EXPECT_FALSE(workbook->modified);
+    EXPECT_EQ(app.documentFolder, u"\\C_Drive\\C_MyDocs\\");
+    EXPECT_EQ(app.moveAfterEnter, MoveNowhere);
+    for (const std::u16string& file : app.recentFiles)
+        EXPECT_EQ(file, u"");
+    EXPECT_EQ(app.usedFunctions, (UsedFunctions{3, 37, 5, NoFunction, NoFunction, NoFunction,
+                                                NoFunction, NoFunction, NoFunction, NoFunction}));
+    EXPECT_EQ(errorState.code, ErrorNone);
+    EXPECT_TRUE(machine.userInterface.boxes.empty());
+}
+
+TEST(Application, leavesNothingBehind)
+{
+    const TestPlatform machine;
+    {
+        Application app;
+        app.enterCell(u"5");
+        app.noteUsedFunction(99);
+        app.documentFolder = u"/elsewhere/";
+        app.recentFiles[0] = u"/elsewhere/a.vn";
+        app.moveAfterEnter = MoveDown;
+        workbook->addSheet();
+        raiseError(ErrorMemory);
+    }
+    EXPECT_EQ(application, nullptr);
+    EXPECT_EQ(workbook, nullptr);
+    const Application app;
+    EXPECT_EQ(workbook->sheets.size(), 3);
+    EXPECT_EQ(workbook->nextSheetNumber, 4);
+    EXPECT_EQ(workbook->currentSheet->cellText(0, 0), u"");
+    EXPECT_FALSE(workbook->modified);
+    EXPECT_EQ(app.usedFunctions.front(), 3);
+    EXPECT_EQ(app.documentFolder, u"\\C_Drive\\C_MyDocs\\");
+    EXPECT_EQ(app.recentFiles[0], u"");
+    EXPECT_EQ(app.moveAfterEnter, MoveNowhere);
+    EXPECT_EQ(errorState.code, ErrorNone);
+}
+
+TEST(Application, seedsTheRandomNumbersFromTheClock)
+{
+    const TestPlatform machine;
+    std::vector<int> numbers;
+    for (int run = 0; run < 2; ++run) {
+        const Application app;
+        numbers.push_back(nextRandom());
+    }
+    seedRandom(0); // the fixed clock stands at no milliseconds
+    EXPECT_EQ(numbers[0], nextRandom());
+    EXPECT_EQ(numbers[1], numbers[0]);
+}
+
+TEST(Application, movesAUsedFunctionToTheFront)
+{
+    const TestPlatform machine;
+    Application app;
+    app.noteUsedFunction(5); // the last of the three
+    EXPECT_EQ(app.usedFunctions[0], 5);
+    EXPECT_EQ(app.usedFunctions[1], 3);
+    EXPECT_EQ(app.usedFunctions[2], 37);
+    app.noteUsedFunction(5);
+    EXPECT_EQ(app.usedFunctions[1], 3) << "the first stays where it is";
+    for (int row = 10; row < 20; ++row)
+        app.noteUsedFunction(row);
+    EXPECT_EQ(app.usedFunctions, (UsedFunctions{19, 18, 17, 16, 15, 14, 13, 12, 11, 10}));
+    app.noteUsedFunction(20);
+    EXPECT_EQ(app.usedFunctions, (UsedFunctions{20, 19, 18, 17, 16, 15, 14, 13, 12, 11}));
+    app.noteUsedFunction(11);
+    EXPECT_EQ(app.usedFunctions, (UsedFunctions{11, 20, 19, 18, 17, 16, 15, 14, 13, 12}));
+}
+
+TEST(Application, entersTextInTheActiveCellAndCalculates)
+{
+    const TestPlatform machine;
+    Application app;
+    Sheet& sheet = *workbook->currentSheet;
+    sheet.selection.select({1, 1}, {2, 2}); // B2:C3
+    EXPECT_TRUE(app.enterCell(u"=A1*2"));
+    EXPECT_TRUE(workbook->modified);
+    EXPECT_EQ(sheet.cellText(1, 1), u"0");
+    EXPECT_FALSE(sheet.isOccupied(2, 2));
+    sheet.selection.select({0, 0}, {0, 0});
+    EXPECT_TRUE(app.enterCell(u"5"));
+    EXPECT_EQ(sheet.cellText(1, 1), u"10");
+}
+
+TEST(Application, keepsTheCellWhenAFormulaDoesNotCompile)
+{
+    const TestPlatform machine;
+    Application app;
+    app.enterCell(u"5");
+    workbook->modified = false;
+    EXPECT_FALSE(app.enterCell(u"=1+"));
+    EXPECT_EQ(errorState.code, ErrorEndOfFormula);
+    EXPECT_EQ(workbook->currentSheet->cellText(0, 0), u"5");
+    EXPECT_FALSE(workbook->modified);
+}
+
+TEST(Application, showsAnErrorOnce)
+{
+    TestPlatform machine;
+    Application app;
+    raiseError(ErrorFileOpen);
+    raiseError(ErrorMemory);
+    app.showError();
+    app.showError();
+    ASSERT_EQ(machine.userInterface.boxes.size(), 1U);
+    EXPECT_EQ(machine.userInterface.boxes[0].caption, u"Vorn");
+    EXPECT_EQ(machine.userInterface.boxes[0].text, u"File open error");
+    EXPECT_EQ(errorState.code, ErrorNone);
+}
+
+TEST(Application, titlesTheWindowForEachDocument)
+{
+    TestPlatform machine;
+    const TemporaryFolder folder;
+    Application app;
+    machine.userInterface.title = u"?";
+    app.newWorkbook();
+    EXPECT_EQ(machine.userInterface.title, u"Vorn");
+    machine.userInterface.title = u"?";
+    app.OpenDocument(folder.write("a.csv", "1").u16string());
+    EXPECT_EQ(machine.userInterface.title, u"Vorn") << "a text file leaves no path";
+    EXPECT_EQ(workbook->sheets.size(), 1);
+    machine.userInterface.title = u"?";
+    app.OpenDocument(u"/no/such/file.vn");
+    EXPECT_EQ(machine.userInterface.title, u"Vorn");
+    EXPECT_EQ(workbook->sheets.size(), 3);
+    EXPECT_EQ(errorState.code, ErrorFileOpen);
+}
+
+TEST(Application, asksAboutChangesOnlyIfThereAreAny)
+{
+    const struct {
+        const char* behaviour;
+        bool modified;
+        BoxAnswer answer;
+        bool asked;
+        bool goesOn;
+        int code;
+    } cases[] = {
+        {"a clean document goes",          false, BoxAnswer::Cancel, false, true,  ErrorNone      },
+        {"Cancel keeps a changed one",     true,  BoxAnswer::Cancel, true,  false, ErrorNone      },
+        {"No drops the changes",           true,  BoxAnswer::No,     true,  true,  ErrorNone      },
+        {"Yes keeps what cannot be saved", true,  BoxAnswer::Yes,    true,  false, ErrorFileCreate},
+    };
+    for (const auto& c : cases) {
+        TestPlatform machine;
+        Application app;
+        workbook->modified = c.modified;
+        machine.userInterface.answers = {c.answer};
+        EXPECT_EQ(app.PromptSaveChanges(), c.goesOn) << c.behaviour;
+        EXPECT_EQ(errorState.code, c.code) << c.behaviour;
+        ASSERT_EQ(machine.userInterface.boxes.size(), c.asked ? 1U : 0U) << c.behaviour;
+        if (c.asked) {
+            EXPECT_EQ(machine.userInterface.boxes[0].text, u"Save changes?");
+            EXPECT_EQ(machine.userInterface.boxes[0].caption, u"Vorn");
+            EXPECT_EQ(machine.userInterface.boxes[0].buttons, BoxButtons::YesNoCancel);
+        }
+        EXPECT_EQ(workbook->modified, c.modified) << c.behaviour;
+    }
+}
+
+} // namespace
+} // namespace vorn
