@@ -34,9 +34,9 @@ TEST(ByteCode, givesEachOpcodeItsOperandSize)
 
 TEST(ByteCode, measuresTheTwoJumpsFromDifferentPlaces)
 {
-    const std::uint8_t jump[] = {OpJump, 3, 0};
-    const std::uint8_t condition[] = {OpJumpIfFalse, 3, 0};
-    const std::uint8_t back[] = {OpJump, 0xff, 0xff};
+    const std::uint8_t jump[8] = {OpJump, 3, 0};
+    const std::uint8_t condition[8] = {OpJumpIfFalse, 3, 0};
+    const std::uint8_t back[8] = {OpJump, 0xff, 0xff};
     EXPECT_EQ(jumpTarget(jump), jump + 7);
     EXPECT_EQ(jumpTarget(condition), condition + 6);
     EXPECT_EQ(jumpTarget(back), back + 3);

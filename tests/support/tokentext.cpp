@@ -3,16 +3,19 @@
 #include "core/error.h"
 #include "formula/lexer.h"
 
+#include <cstdarg>
 #include <cstdio>
 
 namespace vorn {
 namespace {
 
-template <typename... Parts>
-std::string formatted(const char* pattern, Parts... parts)
+[[gnu::format(printf, 1, 2)]] std::string formatted(const char* pattern, ...)
 {
     char buffer[80];
-    std::snprintf(buffer, sizeof buffer, pattern, parts...);
+    std::va_list parts;
+    va_start(parts, pattern);
+    std::vsnprintf(buffer, sizeof buffer, pattern, parts);
+    va_end(parts);
     return buffer;
 }
 
