@@ -4,10 +4,12 @@
 #include "core/pool.h"
 #include "core/workbook.h"
 #include "formula/compiler.h"
+#include "formula/decimal.h"
 #include "formula/lexer.h"
 #include "formula/printer.h"
 #include "numfmt/locale.h"
 #include "numfmt/render.h"
+#include "platform/textrules.h"
 
 #include <algorithm>
 #include <cmath>
@@ -45,9 +47,40 @@ void takeToken(const FormulaLexer& lexer, TypedValue& typed)
         typed.dateFormat = suggestedDateFormat(lexer);
 }
 
+// Can a value begin like this? Most texts are told apart by their first letters, and need no lexer.
+bool beginsLikeValue(std::u16string_view text)
+{
+    const char16_t first = text.front();
+    if (isAsciiDigit(first) || first == u'+' || first == u'-' || first == localeInfo.decimal ||
+        isSpaceUnit(first))
+        return true;
+    const char16_t second = text.size() > 1 ? text[1] | 0x20 : 0;
+    return ((first | 0x20) == u't' && second == u'r') || ((first | 0x20) == u'f' && second == u'a');
+}
+
+// Reads a text that is a number and nothing else. What could be a date or a time is left to the
+// lexer.
+bool readWholeNumber(std::u16string_view text, double& number)
+{
+    if (!isAsciiDigit(text.front()) || localeInfo.decimal == localeInfo.dateSeparator ||
+        localeInfo.decimal == localeInfo.timeSeparator)
+        return false;
+    std::size_t end = 0;
+    return readDecimal(text, end, localeInfo.decimal, number) == DecimalRead && end == text.size();
+}
+
 TypedValue readTypedValue(std::u16string_view text, CellPosition position)
 {
     TypedValue typed;
+    if (!beginsLikeValue(text)) {
+        clearError();
+        return typed;
+    }
+    if (readWholeNumber(text, typed.number)) {
+        clearError();
+        typed.kind = TokenNumber;
+        return typed;
+    }
     FormulaLexer lexer;
     lexer.reset(text, position);
     lexer.next();

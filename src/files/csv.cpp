@@ -6,19 +6,24 @@
 #include "files/stream.h"
 #include "numfmt/locale.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace vorn {
 
 namespace {
 
-constexpr int FieldMax = 1000;
+constexpr std::size_t FieldMax = 1000;
 constexpr char16_t LineFeed = u'\n';
-constexpr char16_t FirstPrintable = u' ';
+constexpr char16_t Blank = u' '; // everything below is a control character
+constexpr char16_t Quote = u'"';
+constexpr char16_t FormulaSign = u'=';
 
 class TextImport {
 public:
     explicit TextImport(const TransferContext& context)
         : stream_(*context.stream), sheet_(*workbook->currentSheet), separator_(localeInfo.list),
-          firstColumn_(context.anchorColumn), column_(context.anchorColumn), row_(context.anchorRow)
+          firstColumn_(context.anchorColumn), row_(context.anchorRow)
     {
     }
 
@@ -27,10 +32,9 @@ public:
         char16_t end = 0;
         do {
             end = readField();
-            if (!storeField())
-                return;
+            addField();
             startField(end);
-        } while (end != 0 && row_ <= LastRow);
+        } while (end != 0 && row_ <= LastRow && errorState.code != ErrorMemory);
     }
 
 private:
@@ -38,19 +42,34 @@ private:
     char16_t readField()
     {
         for (;;) {
+            takePlainChars();
             const char16_t unit = stream_.ReadChar();
-            if (unit > FirstPrintable && unit != u'"' && unit != separator_) {
-                // Without its apostrophe a formula would be compiled.
-                if (unit == u'=' && length_ == 0)
-                    keep(u'\'');
-                keep(unit);
-                previousWasQuote_ = false;
-            } else if (endsField(unit)) {
+            if (endsField(unit))
                 return unit;
-            } else {
-                takeSpecial(unit);
-            }
+            takeChar(unit);
         }
+    }
+
+    // Takes what is at hand up to the next character that means something. Nearly all go this way.
+    void takePlainChars()
+    {
+        const std::u16string_view atHand = stream_.charsAtHand();
+        if (atHand.empty() || (length_ == 0 && atHand.front() == FormulaSign))
+            return;
+        const std::size_t most = std::min(atHand.size(), FieldMax - length_);
+        const char16_t separator = separator_;
+        std::size_t count = 0;
+        for (; count < most; ++count) {
+            const char16_t unit = atHand[count];
+            if (unit <= Blank || unit == Quote || unit == separator)
+                break;
+            field_[length_ + count] = unit;
+        }
+        if (count == 0)
+            return;
+        length_ += count;
+        previousWasQuote_ = false;
+        stream_.skipChars(count);
     }
 
     // A line feed ends a field even in quotes.
@@ -59,19 +78,22 @@ private:
         return unit == 0 || unit == LineFeed || (unit == separator_ && !inQuotes_);
     }
 
-    void takeSpecial(char16_t unit)
+    void takeChar(char16_t unit)
     {
-        if (unit == u'"') {
+        if (unit == Quote) {
             if (previousWasQuote_ && !inQuotes_)
                 keep(unit);
             inQuotes_ = !inQuotes_;
-        } else if (unit == u' ') {
+        } else if (unit == Blank) {
             if (length_ != 0 || inQuotes_)
                 keep(unit);
-        } else if (unit > FirstPrintable) {
+        } else if (unit > Blank) {
+            // Without its apostrophe a formula would be compiled.
+            if (unit == FormulaSign && length_ == 0)
+                keep(u'\'');
             keep(unit);
         }
-        previousWasQuote_ = unit == u'"';
+        previousWasQuote_ = unit == Quote;
     }
 
     void keep(char16_t unit)
@@ -80,30 +102,38 @@ private:
             field_[length_++] = unit;
     }
 
-    bool storeField()
+    void addField()
     {
-        if (column_ > LastColumn)
-            return true;
-        Cell cell;
-        int format = NoFormatSuggestion;
+        const int column = firstColumn_ + fields_;
+        if (column > LastColumn)
+            return;
         const CellPosition position{static_cast<std::uint16_t>(row_),
-                                    static_cast<std::uint16_t>(column_),
+                                    static_cast<std::uint16_t>(column),
                                     static_cast<std::uint16_t>(sheet_.index)};
-        parseCellInput(cell.value, {field_, static_cast<std::size_t>(length_)}, position, &format);
+        Cell& cell = rowCells_[fields_++];
+        cell = {};
+        int format = NoFormatSuggestion;
+        parseCellInput(cell.value, {field_, length_}, position, &format);
         // A percent is a fraction, and only its format shows it as it was written.
         if (cell.value.tag == TagNumber && format == FormatIndexPercent)
-            cell.style = percentStyle();
-        sheet_.setCell(column_, row_, cell);
-        if (errorState.code != ErrorMemory)
-            return true;
-        releaseValue(cell.value);
-        return false;
+            cell.style = percentStyle(column);
+    }
+
+    // From the last field to the first, because the row then gets its length at once.
+    void storeRow()
+    {
+        while (fields_ > 0) {
+            Cell& cell = rowCells_[--fields_];
+            sheet_.setCell(firstColumn_ + fields_, row_, cell);
+            if (errorState.code == ErrorMemory)
+                releaseValue(cell.value);
+        }
     }
 
     // The style that the present cell has, with percents.
-    std::int16_t percentStyle()
+    std::int16_t percentStyle(int column)
     {
-        const int present = sheet_.cellStyle(column_, row_);
+        const int present = sheet_.cellStyle(column, row_);
         if (present != plainStyle_) {
             CellStyle style = workbook->styles[present];
             style.set(StyleFormat, FormatIndexPercent);
@@ -115,12 +145,10 @@ private:
 
     void startField(char16_t end)
     {
-        if (end == LineFeed) {
+        if (end == 0 || end == LineFeed || errorState.code == ErrorMemory) {
+            storeRow();
             ++row_;
-            column_ = firstColumn_;
             inQuotes_ = false;
-        } else {
-            ++column_;
         }
         length_ = 0;
         previousWasQuote_ = false;
@@ -130,14 +158,15 @@ private:
     Sheet& sheet_;
     const char16_t separator_;
     const int firstColumn_;
-    int column_;
     int row_;
+    int fields_ = 0; // of this row, as many as the sheet has columns for
+    Cell rowCells_[ColumnCount];
     bool inQuotes_ = false;
     bool previousWasQuote_ = false;
+    std::size_t length_ = 0;
+    char16_t field_[FieldMax];
     int plainStyle_ = -1;
     int percentStyle_ = -1;
-    int length_ = 0;
-    char16_t field_[FieldMax];
 };
 
 } // namespace

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace vorn {
 
@@ -82,6 +83,14 @@ public:
             return u'\0';
         return charBuffer_.data()[charIndex_++];
     }
+
+    // The characters that come next, as far as they are at hand; and the taking of some of them.
+    // For readers that look for a character in a loop of their own.
+    std::u16string_view charsAtHand() const
+    {
+        return {charBuffer_.data() + charIndex_, static_cast<std::size_t>(charCount_ - charIndex_)};
+    }
+    void skipChars(std::size_t count) { charIndex_ += static_cast<std::int32_t>(count); }
 
 protected:
     // The next bytes of a text. The position does not count them, and a failure is the text's end.
