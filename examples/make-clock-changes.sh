@@ -15,7 +15,7 @@ grep -v '^#' "$zones/zone1970.tab" | while IFS=$'\t' read -r countries _ zone pl
         BEGIN { split("Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec", names)
                 for (i in names) month[names[i]] = i }
         $NF !~ /^gmtoff=/ || $6 < 2000 || $6 > 2025 { next }
-        { offset = substr($NF, 8) / 3600; summer = substr($(NF - 1), 7) }
+        { offset = substr($NF, 8) / 3600; summer = substr($(NF - 1), 7) + 0 }
         # The database tells the last second before a change, and then the change.
         $5 ~ /:59$/ { before = offset; next }
         { split($5, time, ":")

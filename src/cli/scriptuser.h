@@ -9,8 +9,7 @@ class Output;
 
 class ScriptUser : public SilentUserInterface {
 public:
-    // As a window would, it begins with the name of the program as its title.
-    explicit ScriptUser(Output& out) : out_(out) { title = u"Vorn"; }
+    explicit ScriptUser(Output& out) : out_(out) {}
 
     BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text,
                          BoxButtons buttons) override;
