@@ -13,7 +13,7 @@ constexpr const char* SampleCsv = "1,x\n2,\"y,z\"\n";
 
 TEST(Program, evaluatesExpressions)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const struct {
         const char* behaviour;
         const char* arguments;
@@ -50,7 +50,7 @@ TEST(Program, evaluatesExpressions)
 
 TEST(Program, refusesWrongCalls)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const char* calls[] = {
         "",
         "nonsense",
@@ -75,7 +75,7 @@ TEST(Program, refusesWrongCalls)
 
 TEST(Program, explainsItself)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const struct {
         const char* arguments;
         const char* contained;
@@ -99,7 +99,7 @@ TEST(Program, explainsItself)
 
 TEST(Program, saysWhatDoesNotExistYet)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     for (const char* call : {"convert a.csv b.xls", "task a.csv x -o b"}) {
         const Outcome outcome = runProgram(folder, call);
         EXPECT_EQ(outcome.status, 1) << call;
@@ -109,7 +109,7 @@ TEST(Program, saysWhatDoesNotExistYet)
 
 TEST(Program, showsAFile)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     folder.write("a.csv", SampleCsv);
     folder.write("empty.csv", "");
     const struct {
@@ -144,9 +144,8 @@ TEST(Program, showsAFile)
 
 TEST(Program, cannotOpenWhatNobodyMayRead)
 {
-    const TemporaryFolder folder;
-    const fs::path file = folder.write("secret.csv", SampleCsv);
-    fs::permissions(file, fs::perms::none);
+    const TempFolder folder;
+    fs::permissions(folder.write("secret.csv", SampleCsv), fs::perms::none);
     const Outcome outcome = runProgram(folder, "show secret.csv");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.errors, "error 11 File open error: secret.csv\n");
@@ -154,7 +153,7 @@ TEST(Program, cannotOpenWhatNobodyMayRead)
 
 TEST(Program, tellsWhereAScriptStops)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const struct {
         const char* behaviour;
         const char* script;
@@ -193,7 +192,7 @@ TEST(Program, tellsWhereAScriptStops)
 
 TEST(Program, readsScriptsFromAnywhere)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     folder.write("s.txt", "put A1 =1+1\ntext A1"); // without a line end
     EXPECT_EQ(runProgram(folder, "script s.txt").output, "2\n");
     EXPECT_EQ(runProgram(folder, "script - < s.txt").output, "2\n");
@@ -207,7 +206,7 @@ TEST(Program, readsScriptsFromAnywhere)
 
 TEST(Program, failsWhenItsOutputCannotBeWritten)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const Outcome outcome = runProgram(folder, "eval 1 > /dev/full");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.errors, "cannot write the output\n");
@@ -215,7 +214,7 @@ TEST(Program, failsWhenItsOutputCannotBeWritten)
 
 TEST(Program, describesFunctions)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const Outcome all = runProgram(folder, "functions");
     EXPECT_EQ(all.status, 0);
     EXPECT_EQ(std::count(all.output.begin(), all.output.end(), '\n'), 128);
@@ -236,7 +235,7 @@ TEST(Program, describesFunctions)
 // Texts of any length arrive whole, or are refused with a message.
 TEST(Program, survivesHugeTexts)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const std::string longText(100000, 'x');
     folder.write("s.txt", "put A1 " + longText + "\ntext A1\n");
     EXPECT_EQ(runProgram(folder, "script s.txt").output, longText + "\n");

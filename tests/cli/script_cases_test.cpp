@@ -66,7 +66,7 @@ class ScriptCases : public testing::TestWithParam<fs::path> {};
 
 TEST_P(ScriptCases, printWhatStandsBesideThem)
 {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const std::vector<ScriptCase> cases = readCases(GetParam());
     EXPECT_FALSE(cases.empty());
     for (const ScriptCase& scriptCase : cases) {

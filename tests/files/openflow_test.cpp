@@ -1,7 +1,7 @@
 #include "files/openflow.h"
 
 #include "core/error.h"
-#include "support/program.h"
+#include "support/tempfolder.h"
 #include "support/testplatform.h"
 
 #include <filesystem>
@@ -14,6 +14,7 @@ namespace fs = std::filesystem;
 
 TEST(OpenFlow, tellsTheKindByWhatStandsBehindTheLastDot)
 {
+    const TestPlatform machine;
     const struct {
         const char* behaviour;
         const char16_t* path;
@@ -72,12 +73,12 @@ void expectNewDocument(const char* behaviour)
 TEST(OpenFlow, leavesANewDocumentAndTheCodeOfTheFailure)
 {
     TestDocument document;
-    const TemporaryFolder folder;
+    const TempFolder folder;
     folder.write("notes.txt", "text");
     folder.write("a.pxl", "text");
     folder.write("a.xls", "text");
     fs::permissions(folder.write("closed.csv", "1"), fs::perms::none);
-    fs::create_directory(folder.path() / "folder.csv");
+    fs::create_directory(folder.file("folder.csv"));
     const struct {
         const char* behaviour;
         const char* name;
@@ -96,7 +97,7 @@ TEST(OpenFlow, leavesANewDocumentAndTheCodeOfTheFailure)
     };
     for (const auto& c : cases) {
         workbook->modified = true;
-        OpenDocument((folder.path() / c.name).u16string());
+        OpenDocument(folder.path(c.name));
         EXPECT_EQ(errorState.code, c.code) << c.behaviour;
         expectNewDocument(c.behaviour);
         clearError();
@@ -108,8 +109,8 @@ TEST(OpenFlow, leavesANewDocumentAndTheCodeOfTheFailure)
 TEST(OpenFlow, readsATextFileIntoOneSheetWithoutAPath)
 {
     TestDocument document;
-    const TemporaryFolder folder;
-    OpenDocument(folder.write("a.csv", "1,2\nx,\n").u16string());
+    const TempFolder folder;
+    OpenDocument(folder.write("a.csv", "1,2\nx,\n"));
     EXPECT_EQ(errorState.code, ErrorNone);
     ASSERT_EQ(workbook->sheets.size(), 1);
     EXPECT_EQ(workbook->currentSheet->cellText(1, 0), u"2");
@@ -121,22 +122,24 @@ TEST(OpenFlow, readsATextFileIntoOneSheetWithoutAPath)
 }
 
 // A path inside `folder` that has exactly `length` characters and leads to a file of one cell.
-std::u16string fileWithLongPath(const TemporaryFolder& folder, std::size_t length)
+std::u16string fileWithLongPath(const TempFolder& folder, std::size_t length)
 {
-    std::u16string path = folder.path().u16string();
-    while (length - path.size() > 100)
-        path += u"/" + std::u16string(50, u'd');
-    path += u"/" + std::u16string(length - path.size() - 5, u'f') + u".csv";
-    fs::create_directories(fs::path(path).parent_path());
-    folder.write(fs::path(path).string(), "5");
-    return path;
+    const std::string extension = ".csv";
+    std::string name;
+    while (length - folder.file(name).size() > 100)
+        name += std::string(50, 'd') + "/";
+    name += std::string(length - folder.file(name).size() - extension.size(), 'f') + extension;
+    fs::create_directories(fs::path(folder.file(name)).parent_path());
+    return folder.write(name, "5");
 }
 
 TEST(OpenFlow, opensPathsUpToTheirLimit)
 {
     const TestDocument document;
-    const TemporaryFolder folder;
-    OpenDocument(fileWithLongPath(folder, PathMax));
+    const TempFolder folder;
+    const std::u16string longest = fileWithLongPath(folder, PathMax);
+    EXPECT_EQ(longest.size(), std::size_t{PathMax});
+    OpenDocument(longest);
     EXPECT_EQ(errorState.code, ErrorNone);
     EXPECT_EQ(workbook->currentSheet->cellText(0, 0), u"5");
 
@@ -163,10 +166,10 @@ public:
 TEST(OpenFlow, keepsTheWaitCursorUpWhileItReads)
 {
     const TestDocument document;
-    const TemporaryFolder folder;
+    const TempFolder folder;
     WatchingUser user;
     platform.userInterface = &user;
-    OpenDocument(folder.write("a.csv", "1").u16string());
+    OpenDocument(folder.write("a.csv", "1"));
     EXPECT_EQ(user.sheetsAtRise, 3);
     EXPECT_EQ(user.sheetsAtFall, 1);
     EXPECT_EQ(user.waitDepth, 0);

@@ -3,7 +3,7 @@
 #include "core/error.h"
 #include "core/workbook.h"
 #include "functions/random.h"
-#include "support/program.h"
+#include "support/tempfolder.h"
 #include "support/testplatform.h"
 
 #include <gtest/gtest.h>
@@ -138,13 +138,13 @@ TEST(Application, showsAnErrorOnce)
 TEST(Application, titlesTheWindowForEachDocument)
 {
     TestPlatform machine;
-    const TemporaryFolder folder;
+    const TempFolder folder;
     Application app;
     machine.userInterface.title = u"?";
     app.newWorkbook();
     EXPECT_EQ(machine.userInterface.title, u"Vorn");
     machine.userInterface.title = u"?";
-    app.OpenDocument(folder.write("a.csv", "1").u16string());
+    app.OpenDocument(folder.write("a.csv", "1"));
     EXPECT_EQ(machine.userInterface.title, u"Vorn") << "a text file leaves no path";
     EXPECT_EQ(workbook->sheets.size(), 1);
     machine.userInterface.title = u"?";
