@@ -320,7 +320,7 @@ inline bool plainOperation(std::uint8_t opcode, double left, double right, doubl
 
 // Runs ahead through plain arithmetic on numbers and cells, which is what most formulas are made
 // of, with the registers at hand; stops before the first instruction that is anything else. What it
-// does is what the handlers do.
+// does is what the handlers do, and so it leaves an error that pends to them.
 void runArithmetic(const CellValue* limit)
 {
     const Sheet* sheet = workbook->sheetAt(machine.base.sheet);
@@ -328,7 +328,8 @@ void runArithmetic(const CellValue* limit)
     const CellValue* const runBase = machine.runBase;
     const std::uint8_t* instruction = machine.instructionPointer;
     CellValue* top = machine.stackTop;
-    for (; sheet != nullptr && top >= limit; instruction += 1 + operandSize(*instruction)) {
+    const bool isClean = sheet != nullptr && machine.pendingError == 0;
+    for (; isClean && top >= limit; instruction += 1 + operandSize(*instruction)) {
         if (*instruction == OpPushCell) {
             const auto stored = readOperand<CellRef>(instruction + 1);
             *--top = CellValue::makeCellRef(resolve(stored, base.column, base.row));
