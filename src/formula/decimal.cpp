@@ -47,30 +47,6 @@ std::int64_t takeExponent(std::u16string_view text, std::size_t& position)
     return negative ? -exponent : exponent;
 }
 
-// Up to 15 digits and a small power of ten are both exact as floats, so one operation rounds right.
-bool readShort(const DecimalParts& parts, double& out)
-{
-    constexpr std::size_t ExactDigits = 15;
-    static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    constexpr auto PowerMax = static_cast<std::int64_t>(std::size(powers)) - 1;
-
-    if (parts.whole.size() + parts.fraction.size() > ExactDigits)
-        return false;
-    const auto scale = parts.exponent - static_cast<std::int64_t>(parts.fraction.size());
-    if (scale > PowerMax || scale < -PowerMax)
-        return false;
-    std::int64_t digits = 0;
-    for (char16_t digit : parts.whole)
-        digits = digits * 10 + (digit - u'0');
-    for (char16_t digit : parts.fraction)
-        digits = digits * 10 + (digit - u'0');
-    const auto mantissa = static_cast<double>(digits);
-    out = scale >= 0 ? mantissa * powers[scale] : mantissa / powers[-scale];
-    return true;
-}
-
 // The digits from the first that is not zero, as many as can decide how the number is rounded. Of
 // those behind it only counts whether all are zero: otherwise one more digit says that there is
 // more.
@@ -86,20 +62,19 @@ struct SignificantDigits {
 
     void append(std::u16string_view run)
     {
-        for (char16_t digit : run) {
-            if (count == 0 && digit == u'0')
-                continue;
-            if (count < Max) {
-                digits[count++] = static_cast<char>(digit);
-                continue;
-            }
-            ++dropped;
-            moreFollows = moreFollows || digit != u'0';
-        }
+        if (count == 0)
+            run.remove_prefix(std::min(run.find_first_not_of(u'0'), run.size()));
+        const std::size_t kept = std::min(run.size(), Max - count);
+        for (std::size_t i = 0; i < kept; ++i)
+            digits[count + i] = static_cast<char>(run[i]);
+        count += kept;
+        run.remove_prefix(kept);
+        dropped += static_cast<std::int64_t>(run.size());
+        moreFollows = moreFollows || run.find_first_not_of(u'0') != run.npos;
     }
 };
 
-DecimalResult readLong(const DecimalParts& parts, double& out)
+DecimalResult convert(const DecimalParts& parts, double& out)
 {
     SignificantDigits significant;
     significant.append(parts.whole);
@@ -130,6 +105,38 @@ DecimalResult readLong(const DecimalParts& parts, double& out)
 
 } // namespace
 
+// Up to 15 digits and the power of ten that they are divided by are exact as floats, so the one
+// division rounds as the best conversion would.
+bool readPlainDecimal(std::u16string_view text, std::size_t& position, char16_t point, double& out)
+{
+    constexpr std::size_t ExactDigits = 15;
+    static constexpr double powers[ExactDigits + 1] = {
+        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+    // One digit more than is exact can be taken, so that the count is tested only once.
+    const std::size_t start = position;
+    const std::size_t limit = std::min(text.size(), start + ExactDigits + 2);
+    std::size_t end = start;
+    std::int64_t digits = 0;
+    for (; end < limit && isAsciiDigit(text[end]); ++end)
+        digits = digits * 10 + (text[end] - u'0');
+    std::size_t count = end - start;
+    std::size_t places = 0;
+    if (end < limit && text[end] == point) {
+        const std::size_t fraction = ++end;
+        for (; end < limit && isAsciiDigit(text[end]); ++end)
+            digits = digits * 10 + (text[end] - u'0');
+        places = end - fraction;
+        count += places;
+    }
+    if (count == 0 || count > ExactDigits ||
+        (end < text.size() && (isAsciiDigit(text[end]) || (text[end] | 0x20) == u'e')))
+        return false;
+    position = end;
+    out = static_cast<double>(digits) / powers[places];
+    return true;
+}
+
 DecimalResult readDecimal(std::u16string_view text, std::size_t& position, char16_t point,
                           double& out)
 {
@@ -144,7 +151,7 @@ DecimalResult readDecimal(std::u16string_view text, std::size_t& position, char1
         return DecimalMissing;
     parts.exponent = takeExponent(text, end);
     position = end;
-    return readShort(parts, out) ? DecimalRead : readLong(parts, out);
+    return convert(parts, out);
 }
 
 } // namespace vorn

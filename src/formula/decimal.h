@@ -7,6 +7,10 @@
 
 namespace vorn {
 
+// Reads a number of up to 15 digits that has no exponent. Nearly all numbers are such, and they are
+// read much faster than all. Answers false, with nothing read, for any other text.
+bool readPlainDecimal(std::u16string_view text, std::size_t& position, char16_t point, double& out);
+
 enum DecimalResult { DecimalRead, DecimalMissing, DecimalTooLarge };
 
 // Reads the number that begins at `position`, with `point` as its decimal separator, and moves

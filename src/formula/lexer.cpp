@@ -39,6 +39,40 @@ bool sameText(std::u16string_view a, std::u16string_view b)
     });
 }
 
+// The same for a word, which is of ASCII letters, digits and underscores, and letters in lower
+// case.
+bool isWord(std::u16string_view word, std::u16string_view letters)
+{
+    return std::equal(word.begin(), word.end(), letters.begin(), letters.end(),
+                      [](char16_t unit, char16_t letter) { return (unit | 0x20) == letter; });
+}
+
+constexpr struct {
+    std::u16string_view letters;
+    TokenKind kind;
+} keywords[] = {
+    {u"true",  TokenLogical},
+    {u"false", TokenLogical},
+    {u"if",    TokenIf     },
+    {u"then",  TokenThen   },
+    {u"else",  TokenElse   },
+    {u"end",   TokenEnd    },
+    {u"while", TokenWhile  },
+    {u"do",    TokenDo     },
+};
+constexpr std::size_t KeywordMax = 5;
+
+// The keyword that a word is, TokenName if none.
+TokenKind findKeyword(std::u16string_view word)
+{
+    if (word.size() > KeywordMax)
+        return TokenName;
+    for (const auto& keyword : keywords)
+        if (isWord(word, keyword.letters))
+            return keyword.kind;
+    return TokenName;
+}
+
 // Digit runs stop to grow here, far beyond everything that a row, a year or an hour may be.
 constexpr int DigitRunMax = 1000000;
 
@@ -103,9 +137,9 @@ void FormulaLexer::scanErrorLiteral()
     cursor += 2;
     const std::u16string_view word = takeWord();
     kind = TokenError;
-    if (sameText(word, u"NA"))
+    if (isWord(word, u"na"))
         error = CellErrorNA;
-    else if (sameText(word, u"Ref"))
+    else if (isWord(word, u"ref"))
         error = CellErrorRef;
     else
         raiseError(ErrorCharacter);
@@ -231,32 +265,15 @@ void FormulaLexer::setName(NameKind newKind, int index)
 
 bool FormulaLexer::findWord(std::u16string_view word)
 {
-    static constexpr struct {
-        std::u16string_view word;
-        TokenKind kind;
-    } keywords[] = {
-        {u"if",    TokenIf   },
-        {u"then",  TokenThen },
-        {u"else",  TokenElse },
-        {u"end",   TokenEnd  },
-        {u"while", TokenWhile},
-        {u"do",    TokenDo   },
-    };
-
-    logical = sameText(word, u"true");
-    if (logical || sameText(word, u"false")) {
-        kind = TokenLogical;
-        return true;
-    }
     if (const int row = findFunction(word); row >= 0) {
         setName(NameFunction, row);
         return true;
     }
-    for (const auto& keyword : keywords)
-        if (sameText(word, keyword.word)) {
-            kind = keyword.kind;
-            return true;
-        }
+    kind = findKeyword(word);
+    if (kind != TokenName) {
+        logical = kind == TokenLogical && isWord(word, u"true");
+        return true;
+    }
     if (const int name = workbook->findName(word); name >= 0) {
         setName(NameDefined, name);
         return true;
@@ -304,7 +321,7 @@ int FormulaLexer::scanSheetName(bool quoted)
 
 void FormulaLexer::scanNumber()
 {
-    if (scanDate())
+    if (takePlainNumber() || scanDate())
         return;
     kind = TokenNumber;
     switch (readDecimal(text, cursor, localeInfo.decimal, number)) {
@@ -317,6 +334,24 @@ void FormulaLexer::scanNumber()
         raiseError(ErrorNumberRange);
         break;
     }
+}
+
+// A number that cannot be the beginning of a date or time. Without one of their separators behind
+// it, none can begin, unless a separator was taken for the decimal point.
+bool FormulaLexer::takePlainNumber()
+{
+    const char16_t date = localeInfo.dateSeparator;
+    const char16_t time = localeInfo.timeSeparator;
+    const char16_t point = localeInfo.decimal;
+    const std::size_t start = cursor;
+    if (point == date || point == time || !readPlainDecimal(text, cursor, point, number))
+        return false;
+    if (standsAt(date) || standsAt(time)) {
+        cursor = start;
+        return false;
+    }
+    kind = TokenNumber;
+    return true;
 }
 
 int FormulaLexer::scanDigits()

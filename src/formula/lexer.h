@@ -132,6 +132,7 @@ private:
     int scanSheetName(bool quoted);
 
     void scanNumber();
+    bool takePlainNumber();
     int scanDigits();
     bool scanDate();
     bool scanDayAndMonth(int first, LocalTime& parts);

@@ -75,35 +75,52 @@ constexpr bool sameName(std::u16string_view a, std::u16string_view b)
 }
 
 // Every word of a document that is read is looked up here, and most are no names. So the table is
-// made when the program is compiled, and sparse, so that a miss ends at once.
-constexpr std::size_t SlotCount = 1024;
+// made when the program is compiled, and sparse, so that a miss ends at once; and a name is found
+// by its length and four of its characters, since a look at each costs more than it saves.
+constexpr int SlotBits = 10;
+constexpr std::size_t SlotCount = std::size_t{1} << SlotBits;
 constexpr std::uint8_t FreeSlot = 255;
 static_assert(FunctionRowCount <= FreeSlot);
 
+// Names that may share a place and those behind it. A new name that is too like others is told
+// here.
+constexpr std::size_t ProbeMax = 3;
+
+// `name` is not empty. The low five bits of a letter are the same in both cases.
 constexpr std::size_t slotOf(std::u16string_view name)
 {
-    std::uint32_t hash = 0;
-    for (char16_t unit : name)
-        hash = (hash ^ fold(unit)) * 0x9e3779b1U;
-    return (hash >> 16) % SlotCount;
+    const std::size_t length = name.size();
+    const char16_t picked[] = {name[0], name[length / 3], name[length * 2 / 3], name[length - 1]};
+    auto key = static_cast<std::uint32_t>(length);
+    for (char16_t unit : picked)
+        key = key * 32 + (unit & 31U);
+    return (key * 0x9e3779b1U) >> (32 - SlotBits);
 }
 
-constexpr std::array<std::uint8_t, SlotCount> makeSlots()
+struct NameSlots {
+    std::array<std::uint8_t, SlotCount> rows{};
+    std::size_t longestProbe = 0;
+};
+
+constexpr NameSlots makeSlots()
 {
-    std::array<std::uint8_t, SlotCount> slots{};
-    slots.fill(FreeSlot);
+    NameSlots slots;
+    slots.rows.fill(FreeSlot);
     for (std::size_t row = 0; row < FunctionRowCount; ++row) {
         if (rowNames[row].empty())
             continue;
         std::size_t slot = slotOf(rowNames[row]);
-        while (slots[slot] != FreeSlot)
+        std::size_t probe = 1;
+        for (; slots.rows[slot] != FreeSlot; ++probe)
             slot = (slot + 1) % SlotCount;
-        slots[slot] = static_cast<std::uint8_t>(row);
+        slots.rows[slot] = static_cast<std::uint8_t>(row);
+        slots.longestProbe = probe > slots.longestProbe ? probe : slots.longestProbe;
     }
     return slots;
 }
 
-constexpr std::array<std::uint8_t, SlotCount> nameSlots = makeSlots();
+constexpr NameSlots nameSlots = makeSlots();
+static_assert(nameSlots.longestProbe <= ProbeMax);
 
 constexpr std::u16string_view categoryTitles[CategoryCount] = {
     u"All",
@@ -138,12 +155,9 @@ int findFunction(std::u16string_view name)
     if (name.empty() || name.size() > LongestName)
         return -1;
     std::size_t slot = slotOf(name);
-    while (nameSlots[slot] != FreeSlot) {
-        const int row = nameSlots[slot];
-        if (sameName(rowNames[row], name))
-            return row;
-        slot = (slot + 1) % SlotCount;
-    }
+    for (; nameSlots.rows[slot] != FreeSlot; slot = (slot + 1) % SlotCount)
+        if (sameName(rowNames[nameSlots.rows[slot]], name))
+            return nameSlots.rows[slot];
     return -1;
 }
 

