@@ -14,7 +14,7 @@ namespace {
 
 // A folder may include those of its own level and of those below. `platform` is its headers alone,
 // which are pure interfaces; `platform/` stands for the folders of implementations within it.
-const std::map<std::string, int> levels = {
+const std::map<std::string, int> Levels = {
     {"resources", 0},
     {"platform",  0},
     {"core",      1},
@@ -32,12 +32,12 @@ const std::map<std::string, int> levels = {
 };
 
 // The folders at the top, which nothing but the programs themselves and the tests includes.
-const std::set<std::string> programs = {"qt", "cli"};
+const std::set<std::string> Programs = {"qt", "cli"};
 
 std::string folderOf(const std::string& path)
 {
     const std::size_t slash = path.find('/');
-    const std::string folder = path.substr(0, slash);
+    std::string folder = path.substr(0, slash);
     if (folder == "platform" && path.find('/', slash + 1) != std::string::npos)
         return "platform/";
     return folder;
@@ -53,21 +53,21 @@ bool isLibraryHeader(const std::string& name)
 std::string fault(const std::string& file, const std::string& name, bool angled)
 {
     const std::string from = folderOf(file);
-    const bool mayUseLibraries = levels.at(from) == 4;
+    const bool mayUseLibraries = Levels.at(from) == 4;
     if (angled)
         return isLibraryHeader(name) && !mayUseLibraries ? "a library" : "";
     const std::string to = folderOf(name);
-    if (levels.count(to) == 0)
+    if (Levels.count(to) == 0)
         return "a folder without a level";
     if (to == from)
         return "";
     if (to == "platform/")
-        return programs.count(from) == 0 ? "an implementation" : "";
-    if (programs.count(to) != 0)
+        return Programs.count(from) == 0 ? "an implementation" : "";
+    if (Programs.count(to) != 0)
         return "a program";
-    if (from == "platform/" && levels.at(to) > 0)
+    if (from == "platform/" && Levels.at(to) > 0)
         return "more than an interface";
-    return levels.at(to) > levels.at(from) ? "an arrow that points up" : "";
+    return Levels.at(to) > Levels.at(from) ? "an arrow that points up" : "";
 }
 
 struct Include {
@@ -165,7 +165,7 @@ TEST(Architecture, holdsInEverySourceFile)
             continue;
         ++files;
         const std::string file = std::filesystem::relative(entry.path(), source).generic_string();
-        ASSERT_EQ(levels.count(folderOf(file)), 1U) << file << " is in a folder without a level";
+        ASSERT_EQ(Levels.count(folderOf(file)), 1U) << file << " is in a folder without a level";
         std::ifstream stream(entry.path());
         for (std::string line; std::getline(stream, line);) {
             const Include include = readInclude(line);

@@ -3,6 +3,8 @@
 #include "cli/machine.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
 
 namespace vorn::cli {
 namespace {
@@ -137,5 +139,10 @@ int start(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    return vorn::cli::start(argc, argv);
+    try {
+        return vorn::cli::start(argc, argv);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "vorn-cli: %s\n", failure.what());
+        return vorn::cli::StatusFailed;
+    }
 }

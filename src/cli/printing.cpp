@@ -214,7 +214,7 @@ std::string numberDigits(double number)
     const auto written = [&text](std::to_chars_result result) {
         return std::string(text, result.ptr);
     };
-    const std::string digits =
+    std::string digits =
         written(std::to_chars(text, text + sizeof text, number, std::chars_format::scientific));
     const std::size_t exponentAt = digits.find('e');
     if (exponentAt == std::string::npos) // an infinity

@@ -167,7 +167,7 @@ constexpr VerbFunction NotYet = nullptr;
 constexpr struct Verb {
     Argument name;
     VerbFunction run;
-} verbs[] = {
+} Verbs[] = {
     {u"new",          newVerb                   },
     {u"open",         openVerb                  },
     {u"save",         NotYet                    },
@@ -219,7 +219,7 @@ bool runStatement(Script& script, std::u16string_view line)
     const std::size_t blank = line.find(u' ');
     const Argument name = line.substr(0, blank);
     const Argument argument = blank == Argument::npos ? Argument() : line.substr(blank + 1);
-    for (const Verb& verb : verbs) {
+    for (const Verb& verb : Verbs) {
         if (verb.name != name)
             continue;
         if (verb.run == NotYet)

@@ -55,13 +55,13 @@ struct DocumentReader {
 };
 
 // By DocumentKind.
-constexpr DocumentReader readers[] = {
+constexpr DocumentReader Readers[] = {
     {nullptr, 0, FileKindNative,   true,  refuseFormat},
     {u"csv",  1, FileKindNative,   false, readText    },
     {u"pxl",  0, FileKindImported, true,  refuseFormat},
     {u"xls",  0, FileKindImported, true,  refuseExcel },
 };
-constexpr int ReaderCount = std::size(readers);
+constexpr int ReaderCount = std::size(Readers);
 
 void readDocument(const DocumentReader& reader, std::u16string_view path)
 {
@@ -85,7 +85,7 @@ DocumentKind documentKind(std::u16string_view path)
         return DocumentNative;
     const std::u16string extension(path.substr(dot + 1));
     for (int kind = 0; kind < ReaderCount; ++kind) {
-        const char16_t* candidate = readers[kind].extension;
+        const char16_t* candidate = Readers[kind].extension;
         if (candidate != nullptr && compareTexts(extension.c_str(), candidate, IgnoreCase) == 0)
             return static_cast<DocumentKind>(kind);
     }
@@ -95,7 +95,7 @@ DocumentKind documentKind(std::u16string_view path)
 void OpenDocument(std::u16string_view path)
 {
     platform.userInterface->showWaitCursor(true);
-    readDocument(readers[documentKind(path)], path);
+    readDocument(Readers[documentKind(path)], path);
     platform.userInterface->showWaitCursor(false);
 }
 

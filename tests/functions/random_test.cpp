@@ -12,6 +12,7 @@ std::vector<int> firstNumbers(unsigned seed, int count)
 {
     seedRandom(seed);
     std::vector<int> numbers;
+    numbers.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         numbers.push_back(nextRandom());
     return numbers;
@@ -33,22 +34,23 @@ TEST(Random, beginsElsewhereForEachMillisecond)
 
 TEST(Random, coversItsRangeEvenly)
 {
-    constexpr int Draws = 160000;
-    constexpr int Parts = 16;
-    int hits[Parts] = {};
+    constexpr int draws = 160000;
+    constexpr int parts = 16;
+    int hits[parts] = {};
     int least = RandomMax;
     int most = 0;
-    for (int number : firstNumbers(1, Draws)) {
+    for (int number : firstNumbers(1, draws)) {
         ASSERT_GE(number, 0);
         ASSERT_LE(number, RandomMax);
         least = std::min(least, number);
         most = std::max(most, number);
-        ++hits[number * Parts / (RandomMax + 1)];
+        ++hits[number * parts / (RandomMax + 1)];
     }
     EXPECT_LT(least, 10);
     EXPECT_GT(most, RandomMax - 10);
+    constexpr double expected = static_cast<double>(draws) / parts;
     for (int hit : hits)
-        EXPECT_NEAR(hit, Draws / Parts, Draws / Parts / 10);
+        EXPECT_NEAR(hit, expected, expected / 10);
 }
 
 } // namespace
