@@ -1,6 +1,8 @@
 #include "core/formulacell.h"
 
+#include "core/chain.h"
 #include "core/pool.h"
+#include "core/sheet.h"
 
 #include <new>
 
@@ -78,6 +80,28 @@ void deleteFormulaCell(FormulaCell* cell)
     if (cell->formula != placeholderFormula)
         formulaPool->release(cell->formula);
     formulaTable.remove(cell);
+}
+
+bool cloneCell(const Cell& from, Cell& to, CellPosition position, ChainEntry entry)
+{
+    to.style = from.style;
+    if (from.value.tag != TagFormula) {
+        copyValue(from.value, to.value);
+        return true;
+    }
+    const FormulaCell& original = *from.value.formula();
+    FormulaCell* clone = newFormulaCell(position, original.formula);
+    if (clone == nullptr) {
+        to = Cell{};
+        return false;
+    }
+    if (clone->formula != placeholderFormula)
+        formulaPool->addRef(clone->formula);
+    copyValue(original.result, clone->result);
+    to.value = CellValue::makeFormula(clone);
+    if (entry == JoinChain)
+        calcChain.append(clone);
+    return true;
 }
 
 } // namespace vorn

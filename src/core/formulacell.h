@@ -24,6 +24,8 @@
 
 namespace vorn {
 
+struct Cell;
+
 using FormulaHandle = std::uint32_t;
 constexpr FormulaHandle NoFormula = 0;
 
@@ -116,5 +118,12 @@ FormulaCell* newFormulaCell(CellPosition position, std::int32_t formula);
 
 // Releases the result and the formula of a record that is not on the chain, and frees it.
 void deleteFormulaCell(FormulaCell* cell);
+
+enum ChainEntry { KeepOffChain, JoinChain };
+
+// Copies a cell with its style to the place `position`, where the caller stores it: a formula gets
+// a record of its own over the same code, with a copy of the result. The old content of `to` is not
+// released. False, with ErrorMemory and a blank in `to`, if memory is short.
+bool cloneCell(const Cell& from, Cell& to, CellPosition position, ChainEntry entry);
 
 } // namespace vorn
