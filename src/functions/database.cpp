@@ -4,6 +4,7 @@
 // selects nothing.
 #include "core/growarray.h"
 #include "core/pool.h"
+#include "core/walk.h"
 #include "formula/machine.h"
 #include "functions/criteria.h"
 #include "functions/moments.h"
@@ -31,7 +32,8 @@ public:
     // Answers false if memory is short.
     bool read(const SheetRange& criteria, const SheetRange& database);
 
-    bool selects(const SheetRange& database, int row) const;
+    // The row may be null, as one that does not exist.
+    bool selects(const Row* row) const;
 
 private:
     void mapColumns(const SheetRange& criteria, const SheetRange& database);
@@ -123,14 +125,13 @@ bool Criteria::addCondition(std::uint16_t column, const CellValue& stored)
     return false;
 }
 
-bool Criteria::selects(const SheetRange& database, int row) const
+bool Criteria::selects(const Row* row) const
 {
     std::int32_t start = 0;
     for (const std::int32_t end : rowEnds_) {
         const bool all = std::all_of(
             conditions_.data() + start, conditions_.data() + end, [&](const auto& condition) {
-                return meetsCondition(database.sheet->valuePointer(condition.column, row),
-                                      condition);
+                return meetsCondition(storedValue(row, condition.column), condition);
             });
         if (all)
             return true;
@@ -141,7 +142,7 @@ bool Criteria::selects(const SheetRange& database, int row) const
 
 // --- The walk
 
-constexpr CellValue blankValue;
+constexpr CellValue BlankValue;
 
 // What a function takes of the field in the selected rows.
 enum FieldRule {
@@ -158,7 +159,7 @@ struct Tally {
     double lowest = 0;
     double highest = 0;
     std::int64_t count = 0;
-    const CellValue* value = &blankValue; // borrowed: the last one taken
+    const CellValue* value = &BlankValue; // borrowed: the last one taken
 
     void takeNumber(double number)
     {
@@ -207,15 +208,16 @@ void walkDatabase(const DatabaseArguments& arguments, const Criteria& criteria, 
     const int lastStored = std::max<int>(database.sheet->lastRow(), database.range.firstRow);
     const int lastRow = std::min<int>(database.range.lastRow, lastStored);
     for (int row = database.range.firstRow + 1; row <= lastRow; ++row) {
-        if (!criteria.selects(database, row))
+        const Row* object = database.sheet->rowAt(row);
+        if (!criteria.selects(object))
             continue;
-        const CellValue* value = database.sheet->valuePointer(arguments.field, row);
-        takeField(value == nullptr ? blankValue : *value, rule, tally);
+        const CellValue* value = storedValue(object, arguments.field);
+        takeField(value == nullptr ? BlankValue : *value, rule, tally);
         if (machine.pendingError != 0)
             return;
     }
     const int missing = database.range.lastRow - lastStored;
-    if (rule == TakeAny && missing > 0 && criteria.selects(database, lastStored + 1))
+    if (rule == TakeAny && missing > 0 && criteria.selects(nullptr))
         tally.count += missing;
 }
 
