@@ -1,6 +1,7 @@
 #include "core/pool.h"
 
 #include "core/heap.h"
+#include "formula/bytecode.h"
 
 #include <cstring>
 #include <string>
@@ -104,6 +105,13 @@ std::int32_t StringPool::addText(std::u16string_view text)
     }
     const std::u16string terminated(text);
     return add(terminated.c_str(), (text.size() + 1) * sizeof(char16_t), 1);
+}
+
+void FormulaPool::release(std::int32_t index)
+{
+    if (index != -1 && refCount(index) == 1)
+        releaseByteCodeReferences(code(index));
+    Pool::release(index);
 }
 
 } // namespace vorn

@@ -123,6 +123,9 @@ public:
         return static_cast<const std::uint8_t*>(entry(index)) + 4;
     }
     std::uint8_t* code(std::int32_t index) { return static_cast<std::uint8_t*>(entry(index)) + 4; }
+
+    // One owner less; the last one frees the entry with the texts that its code holds.
+    void release(std::int32_t index);
 };
 
 // The two pools of the process, set by whoever starts the document core.
