@@ -47,8 +47,11 @@ void Stream::WriteRecord(std::uint16_t type, std::uint16_t length, const void* d
 bool Stream::readHead(std::uint16_t& type, std::uint16_t& length)
 {
     std::uint8_t head[RecordHeadSize];
-    if (Read(head, RecordHeadSize) != RecordHeadSize)
+    if (Read(head, RecordHeadSize) != RecordHeadSize) {
+        // A part of a head is no error yet; asking once more is, where an early end is one.
+        Read(head, 1);
         return false;
+    }
     type = get16(head);
     length = get16(head + 2);
     return true;
