@@ -24,4 +24,31 @@ void callIf()
         releaseValue(chosen);
 }
 
+// And and Or take one truth from each argument: a range of several cells is an error, not a list.
+// Every argument is popped, so that the leftmost error is the result.
+void callAnd()
+{
+    bool all = true;
+    for (int left = machine.argumentCount; left > 0; --left)
+        all = popLogical() && all;
+    if (checkPending())
+        pushLogical(all);
+}
+
+void callOr()
+{
+    bool any = false;
+    for (int left = machine.argumentCount; left > 0; --left)
+        any = popLogical() || any;
+    if (checkPending())
+        pushLogical(any);
+}
+
+void callNot()
+{
+    const bool logical = popLogical();
+    if (checkPending())
+        pushLogical(!logical);
+}
+
 } // namespace vorn
