@@ -1,9 +1,11 @@
 #include "formula/operators.h"
 
 #include "formula/machine.h"
+#include "formula/pushtext.h"
 
+#include <algorithm>
 #include <cmath>
-#include <string>
+#include <string_view>
 
 namespace vorn {
 namespace {
@@ -101,9 +103,12 @@ void operateConcat()
     const std::int32_t right = popText();
     const std::int32_t left = popText();
     if (checkPending()) {
-        std::u16string joined = stringPool->text(left);
-        joined += stringPool->text(right);
-        pushNewText(joined);
+        const std::u16string_view first = stringPool->text(left);
+        const std::u16string_view second = stringPool->text(right);
+        pushWrittenText(first.size() + second.size(), [&](char16_t* out) {
+            out = std::copy(first.begin(), first.end(), out);
+            std::copy(second.begin(), second.end(), out);
+        });
     }
     stringPool->release(left);
     stringPool->release(right);
