@@ -7,6 +7,7 @@
 #include "functions/table.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace vorn {
@@ -64,6 +65,15 @@ void returnFromBlock()
     --machine.callDepth;
 }
 
+// A function takes its arguments and leaves one result. What ends the run may leave anything, the
+// steps of undo programs leave nothing, and a sum that meets an error in a cell gives up where it
+// is.
+[[maybe_unused]] bool mayLeaveUnbalanced(int row)
+{
+    return !machine.machineHealthy || row >= FirstActionRow ||
+           (row == FunctionRowSum && machine.pendingError != 0);
+}
+
 void callFunction()
 {
     const auto row = fetch<std::uint16_t>();
@@ -81,12 +91,14 @@ void callFunction()
         return;
     }
     const auto handler = functionTable[row].handler;
-    if (handler != nullptr) {
-        handler();
+    if (handler == nullptr) {
+        popMany(machine.argumentCount);
+        pushError(CellErrorName);
         return;
     }
-    popMany(machine.argumentCount);
-    pushError(CellErrorName);
+    [[maybe_unused]] const CellValue* balanced = machine.stackTop + machine.argumentCount - 1;
+    handler();
+    assert(machine.stackTop == balanced || mayLeaveUnbalanced(row));
 }
 
 void callName()

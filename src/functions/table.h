@@ -18,6 +18,7 @@ constexpr int FirstTaskRow = 157;
 constexpr int OpenArgumentList = 30;
 
 // The rows that other units name.
+constexpr int FunctionRowSum = 3;
 constexpr int FunctionRowIf = 37;
 constexpr int FunctionRowRand = 82;
 constexpr int FunctionRowNow = 98;

@@ -19,7 +19,6 @@ Application* application = nullptr;
 
 namespace {
 
-constexpr int FunctionRowSum = 3;
 constexpr int FunctionRowAverage = 5;
 
 // Pushed in this order, so that the list begins with Sum.
