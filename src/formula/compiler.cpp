@@ -39,7 +39,7 @@ constexpr std::array<BinaryOperator, TokenDo + 1> makeBinaryOperators()
     return table;
 }
 
-constexpr std::array<BinaryOperator, TokenDo + 1> binaryOperators = makeBinaryOperators();
+constexpr std::array<BinaryOperator, TokenDo + 1> BinaryOperators = makeBinaryOperators();
 
 class FormulaCompiler {
 public:
@@ -137,8 +137,8 @@ bool FormulaCompiler::enterLevel()
 void FormulaCompiler::compileBinary(int level)
 {
     compilePercent();
-    while (binaryOperators[token()].level >= level) {
-        const BinaryOperator binary = binaryOperators[token()];
+    while (BinaryOperators[token()].level >= level) {
+        const BinaryOperator binary = BinaryOperators[token()];
         advance();
         compileBinary(binary.level + 1);
         writer_.emit(binary.opcode);

@@ -9,6 +9,12 @@
 namespace vorn {
 namespace {
 
+// Beyond this exponent no run of digits can bring a number back into the range of a float.
+constexpr std::int64_t ExponentMax = std::int64_t{1} << 40;
+
+// Whole numbers of so many digits are exact as floats.
+constexpr std::size_t ExactDigits = 15;
+
 // Where the parts of a number stand in its text.
 struct DecimalParts {
     std::u16string_view whole;
@@ -27,9 +33,6 @@ std::u16string_view takeDigits(std::u16string_view text, std::size_t& position)
 // An exponent without digits is none: the letter is then left for the next token.
 std::int64_t takeExponent(std::u16string_view text, std::size_t& position)
 {
-    // Beyond this no run of digits can bring a number back into the range of a float.
-    constexpr std::int64_t ExponentMax = std::int64_t{1} << 40;
-
     std::size_t end = position;
     if (end == text.size() || (text[end] | 0x20) != u'e')
         return 0;
@@ -105,11 +108,10 @@ DecimalResult convert(const DecimalParts& parts, double& out)
 
 } // namespace
 
-// Up to 15 digits and the power of ten that they are divided by are exact as floats, so the one
-// division rounds as the best conversion would.
+// The digits and the power of ten that they are divided by are exact, so the one division rounds as
+// the best conversion would.
 bool readPlainDecimal(std::u16string_view text, std::size_t& position, char16_t point, double& out)
 {
-    constexpr std::size_t ExactDigits = 15;
     static constexpr double powers[ExactDigits + 1] = {
         1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 

@@ -25,12 +25,12 @@ constexpr std::array<TokenKind, 128> makeOperatorTokens()
 {
     std::array<TokenKind, 128> tokens{};
     int kind = TokenPlus;
-    for (char operatorUnit : std::string_view("+-*/()&=!^%><"))
-        tokens[static_cast<std::size_t>(operatorUnit)] = static_cast<TokenKind>(kind++);
+    for (char16_t operatorUnit : std::u16string_view(u"+-*/()&=!^%><"))
+        tokens[operatorUnit] = static_cast<TokenKind>(kind++);
     return tokens;
 }
 
-constexpr std::array<TokenKind, 128> operatorTokens = makeOperatorTokens();
+constexpr std::array<TokenKind, 128> OperatorTokens = makeOperatorTokens();
 
 bool sameText(std::u16string_view a, std::u16string_view b)
 {
@@ -50,7 +50,7 @@ bool isWord(std::u16string_view word, std::u16string_view letters)
 constexpr struct {
     std::u16string_view letters;
     TokenKind kind;
-} keywords[] = {
+} Keywords[] = {
     {u"true",  TokenLogical},
     {u"false", TokenLogical},
     {u"if",    TokenIf     },
@@ -67,7 +67,7 @@ TokenKind findKeyword(std::u16string_view word)
 {
     if (word.size() > KeywordMax)
         return TokenName;
-    for (const auto& keyword : keywords)
+    for (const auto& keyword : Keywords)
         if (isWord(word, keyword.letters))
             return keyword.kind;
     return TokenName;
@@ -147,9 +147,9 @@ void FormulaLexer::scanErrorLiteral()
 
 bool FormulaLexer::scanOperator(char16_t unit)
 {
-    if (unit >= operatorTokens.size() || operatorTokens[unit] == TokenEndOfText)
+    if (unit >= OperatorTokens.size() || OperatorTokens[unit] == TokenEndOfText)
         return false;
-    kind = operatorTokens[unit];
+    kind = OperatorTokens[unit];
     const char16_t second = at(++cursor);
     TokenKind pair = kind;
     if (kind == TokenLess && second == u'=')

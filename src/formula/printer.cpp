@@ -44,7 +44,7 @@ constexpr std::array<BinaryOperator, 256> makeBinaryOperators()
     return table;
 }
 
-constexpr std::array<BinaryOperator, 256> binaryOperators = makeBinaryOperators();
+constexpr std::array<BinaryOperator, 256> BinaryOperators = makeBinaryOperators();
 
 bool needsQuotes(std::u16string_view sheetName)
 {
@@ -244,8 +244,8 @@ void FormulaPrinter::prependSheets(const Sheet& first, const Sheet& last)
 void FormulaPrinter::printBinary(int level)
 {
     for (; level <= TightestLevel; ++level)
-        while (binaryOperators[opcode_].level == level) {
-            const std::u16string_view text = binaryOperators[opcode_].text;
+        while (BinaryOperators[opcode_].level == level) {
+            const std::u16string_view text = BinaryOperators[opcode_].text;
             advance();
             printBinary(level + 1);
             prepend(text);

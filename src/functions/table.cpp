@@ -17,7 +17,7 @@ void callMissing()
     pushError(CellErrorName);
 }
 
-constexpr std::u16string_view rowNames[FunctionRowCount] = {
+constexpr std::u16string_view RowNames[FunctionRowCount] = {
 #define FUNCTION(row, name, least, most, category, usage, help) u"" #name,
 #define PENDING FUNCTION
 #define ACTION(row) u"",
@@ -28,7 +28,7 @@ constexpr std::u16string_view rowNames[FunctionRowCount] = {
 };
 
 // The rows stand at their numbers.
-constexpr int rowNumbers[] = {
+constexpr int RowNumbers[] = {
 #define FUNCTION(row, name, least, most, category, usage, help) row,
 #define PENDING FUNCTION
 #define ACTION(row) row,
@@ -40,10 +40,10 @@ constexpr int rowNumbers[] = {
 
 constexpr bool rowsAreInOrder()
 {
-    for (std::size_t row = 0; row < std::size(rowNumbers); ++row)
-        if (rowNumbers[row] != static_cast<int>(row))
+    for (std::size_t row = 0; row < std::size(RowNumbers); ++row)
+        if (RowNumbers[row] != static_cast<int>(row))
             return false;
-    return std::size(rowNumbers) == FunctionRowCount;
+    return std::size(RowNumbers) == FunctionRowCount;
 }
 static_assert(rowsAreInOrder());
 
@@ -57,7 +57,7 @@ constexpr char16_t fold(char16_t unit)
 constexpr std::size_t findLongestName()
 {
     std::size_t longest = 0;
-    for (std::u16string_view name : rowNames)
+    for (std::u16string_view name : RowNames)
         longest = name.size() > longest ? name.size() : longest;
     return longest;
 }
@@ -107,9 +107,9 @@ constexpr NameSlots makeSlots()
     NameSlots slots;
     slots.rows.fill(FreeSlot);
     for (std::size_t row = 0; row < FunctionRowCount; ++row) {
-        if (rowNames[row].empty())
+        if (RowNames[row].empty())
             continue;
-        std::size_t slot = slotOf(rowNames[row]);
+        std::size_t slot = slotOf(RowNames[row]);
         std::size_t probe = 1;
         for (; slots.rows[slot] != FreeSlot; ++probe)
             slot = (slot + 1) % SlotCount;
@@ -119,10 +119,10 @@ constexpr NameSlots makeSlots()
     return slots;
 }
 
-constexpr NameSlots nameSlots = makeSlots();
-static_assert(nameSlots.longestProbe <= ProbeMax);
+constexpr NameSlots RowSlots = makeSlots();
+static_assert(RowSlots.longestProbe <= ProbeMax);
 
-constexpr std::u16string_view categoryTitles[CategoryCount] = {
+constexpr std::u16string_view CategoryTitles[CategoryCount] = {
     u"All",
     u"Most Recently Used",
     u"Math & Trig",
@@ -155,15 +155,15 @@ int findFunction(std::u16string_view name)
     if (name.empty() || name.size() > LongestName)
         return -1;
     std::size_t slot = slotOf(name);
-    for (; nameSlots.rows[slot] != FreeSlot; slot = (slot + 1) % SlotCount)
-        if (sameName(rowNames[nameSlots.rows[slot]], name))
-            return nameSlots.rows[slot];
+    for (; RowSlots.rows[slot] != FreeSlot; slot = (slot + 1) % SlotCount)
+        if (sameName(RowNames[RowSlots.rows[slot]], name))
+            return RowSlots.rows[slot];
     return -1;
 }
 
 std::u16string_view categoryTitle(int category)
 {
-    return category >= 0 && category < CategoryCount ? categoryTitles[category] : u"";
+    return category >= 0 && category < CategoryCount ? CategoryTitles[category] : u"";
 }
 
 } // namespace vorn

@@ -16,7 +16,7 @@ const struct {
     std::u16string_view name;
     int least, most;
     FunctionCategory category;
-} namedRows[] = {
+} NamedRows[] = {
     {0,   u"Abs",           1, 1,  CategoryMath       },
     {1,   u"Count",         1, 30, CategoryStatistical},
     {2,   u"CountA",        1, 30, CategoryStatistical},
@@ -181,8 +181,8 @@ const struct {
 
 TEST(FunctionTable, keepsEachFunctionAtItsNumber)
 {
-    ASSERT_EQ(std::size(namedRows), 160U);
-    for (const auto& expected : namedRows) {
+    ASSERT_EQ(std::size(NamedRows), 160U);
+    for (const auto& expected : NamedRows) {
         const FunctionRow& row = functionTable[expected.row];
         EXPECT_EQ(row.name, expected.name) << expected.row;
         EXPECT_EQ(row.minArguments, expected.least) << expected.row;
@@ -266,7 +266,7 @@ TEST(FunctionTable, keepsItsHelpAsItStands)
 
 TEST(FunctionTable, findsAFunctionInAnyCase)
 {
-    for (const auto& expected : namedRows) {
+    for (const auto& expected : NamedRows) {
         std::u16string name(expected.name);
         EXPECT_EQ(findFunction(name), expected.row);
         for (char16_t& unit : name)
