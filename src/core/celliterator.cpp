@@ -4,12 +4,24 @@
 #include <algorithm>
 
 namespace vorn {
+namespace {
+
+// The part of a range that lies in the sheet: code from elsewhere can name rows beyond it, and the
+// row behind the last one is where walks find that they are at the end.
+RangeRef insideSheet(RangeRef range)
+{
+    range.lastRow = std::min<std::uint16_t>(range.lastRow, LastRow);
+    range.lastColumn = std::min<std::uint16_t>(range.lastColumn, LastColumn);
+    return range;
+}
+
+} // namespace
 
 void CellIterator::start(const Sheet& sheet, const RangeRef& range, Order order)
 {
     single_ = &sheet;
     sheet_ = lastSheet_ = sheet.index;
-    range_ = range;
+    range_ = insideSheet(range);
     order_ = order;
     enterSheet();
 }
@@ -19,7 +31,7 @@ void CellIterator::start(int firstSheet, int lastSheet, const RangeRef& range, O
     single_ = nullptr;
     sheet_ = std::min(firstSheet, lastSheet);
     lastSheet_ = std::max(firstSheet, lastSheet);
-    range_ = range;
+    range_ = insideSheet(range);
     order_ = order;
     enterSheet();
 }
@@ -96,9 +108,9 @@ void CellIterator::startBackward(const Sheet& sheet, const RangeRef& range)
 {
     single_ = &sheet;
     sheet_ = lastSheet_ = sheet.index;
-    range_ = range;
-    row_ = range.lastRow;
-    column_ = range.lastColumn + 1;
+    range_ = insideSheet(range);
+    row_ = range_.lastRow;
+    column_ = range_.lastColumn + 1;
 }
 
 const Cell* CellIterator::previousPresentCell()
