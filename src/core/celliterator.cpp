@@ -95,6 +95,7 @@ const Cell* CellIterator::nextOccupiedCell()
 
 const Cell* CellIterator::nextPresentCell()
 {
+    lastSheet_ = std::min(lastSheet_, sheet_);
     return order_ == ByRows ? advance<nextPresent>() : advanceDown<&Sheet::isPresent>();
 }
 

@@ -248,7 +248,7 @@ public:
     // The next cell with a value; goes on to the next sheet. Null at the end. The cell is borrowed.
     const Cell* nextOccupiedCell();
 
-    // The next cell with a value or a style.
+    // The next cell with a value or a style, in the sheet where the walk is: it goes no further.
     const Cell* nextPresentCell();
 
     // A walk backward, from the last cell of the range, in one sheet.
