@@ -73,8 +73,8 @@ bool nextReference(const FormulaCell& cell, const std::uint8_t*& instruction, Re
         if (!ofSheets && !isCell && opcode != OpPushRange)
             continue;
         const std::uint8_t* operand = instruction + 1;
-        out.firstSheet = ofSheets ? operand[2] : cell.sheet;
-        out.lastSheet = ofSheets ? operand[3] : cell.sheet;
+        out.firstSheet = ofSheets ? std::min(operand[2], operand[3]) : cell.sheet;
+        out.lastSheet = ofSheets ? std::max(operand[2], operand[3]) : cell.sheet;
         operand += ofSheets ? 4 : 0;
         const CellRef first = resolve(readOperand<CellRef>(operand), cell.column, cell.row);
         const CellRef last = isCell ? first
