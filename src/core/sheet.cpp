@@ -317,6 +317,8 @@ void Sheet::setCellStyle(int column, int row, int style)
 
 void Sheet::swapCells(int columnA, int rowA, int columnB, int rowB)
 {
+    if (errorState.code == ErrorMemory)
+        return;
     const Cell a = cellCopy(columnA, rowA);
     const Cell b = cellCopy(columnB, rowB);
     // What one place cannot take must not be lost from the other, so both are made first.
