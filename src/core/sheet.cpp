@@ -274,10 +274,10 @@ void Sheet::store(int column, int row, const Cell& cell, bool maintain)
         object = ensureRow(row);
         if (object == nullptr)
             return;
-        if (column >= object->cells.size() && !object->cells.resize(column + 1))
-            return;
         if (isNew || column < object->firstColumn)
             object->firstColumn = static_cast<std::int16_t>(column);
+        if (column >= object->cells.size() && !object->cells.resize(column + 1))
+            return;
     }
     Cell& place = object->cells[column];
     if (maintain) {
