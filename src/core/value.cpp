@@ -100,7 +100,9 @@ int kindOrder(std::uint8_t tag)
     }
 }
 
-int compareNumbers(double a, double b)
+// Unordered gives -1.
+template <typename Number>
+int compareNumbers(Number a, Number b)
 {
     if (a > b)
         return 1;
@@ -115,7 +117,7 @@ int compareSameKind(const CellValue& a, const CellValue& b, CaseRule rule)
             return 0;
         return a.logical() ? 1 : -1;
     case TagError:
-        return a.error() - b.error();
+        return compareNumbers(a.error(), b.error());
     case TagText:
         return compareTexts(valueTextPointer(a), valueTextPointer(b), rule);
     case TagNumber:
