@@ -107,7 +107,7 @@ struct FontRecord {
     bool sameAs(const FontRecord& other) const;
 };
 
-// Font 0 of a workbook and what font dialogs start from.
+// What font dialogs start from: font 0 of a workbook, in black.
 FontRecord dialogFont();
 
 // The six fonts of a new workbook. Font 4 is a copy of font 3 because the font table of Excel files

@@ -46,16 +46,20 @@ int findByName(const GrowArray<Record>& table, std::u16string_view name)
     return -1;
 }
 
-// The index of a record equal to this one, else of a new copy.
+// The index of a record equal to this one, else of a new copy, at most `greatest`; 0, with
+// ErrorMemory, where there is no room for one.
 template <typename Record>
-int findOrAppend(GrowArray<Record>& table, const Record& record)
+int findOrAppend(GrowArray<Record>& table, const Record& record, int greatest)
 {
     for (int index = 0; index < table.size(); ++index) {
         if (table[index].sameAs(record))
             return index;
     }
-    table.append(record);
-    return errorState.code == ErrorMemory ? table.size() : table.size() - 1;
+    if (table.size() > greatest) {
+        raiseError(ErrorMemory);
+        return 0;
+    }
+    return table.append(record) ? table.size() - 1 : 0;
 }
 
 } // namespace
@@ -209,17 +213,14 @@ int Workbook::findVariable(std::u16string_view name) const
 
 int Workbook::addFont(const FontRecord& font)
 {
-    return findOrAppend(fonts, font);
+    // A style holds its font in 16 bits.
+    return findOrAppend(fonts, font, UINT16_MAX);
 }
 
 int Workbook::addStyle(const CellStyle& style)
 {
     // A cell's style index has 15 bits.
-    if (styles.size() > INT16_MAX) {
-        raiseError(ErrorMemory);
-        return styles.size();
-    }
-    return findOrAppend(styles, style);
+    return findOrAppend(styles, style, INT16_MAX);
 }
 
 int Workbook::setFormat(const NumberFormat& record, int index)

@@ -5,8 +5,7 @@
 // Shape:  owns its sheets and the records of its tables. A sheet's address holds until that sheet
 // is
 //         removed; its index changes when one before it is.
-// Errors: ErrorMemory, sticky: an index that `addStyle` or `addFont` then answers must not be
-// stored.
+// Errors: ErrorMemory, sticky.
 #pragma once
 
 #include "core/growarray.h"
@@ -99,7 +98,8 @@ public:
     // "Sheet4" and so on; numbers are never given twice.
     std::u16string defaultSheetName();
 
-    // The index of an equal record, or of a new one.
+    // The index of an equal record, or of a new one; 0, with ErrorMemory, where a new one finds no
+    // room.
     int addFont(const FontRecord& font);
     int addStyle(const CellStyle& style);
 
