@@ -137,11 +137,11 @@ inline void pushRaw(const CellValue& value)
 
 inline void pushNumber(double number)
 {
-    (--machine.stackTop)->put(TagNumber, number);
+    pushRaw(CellValue::makeNumber(number));
 }
 inline void pushDate(double serial)
 {
-    (--machine.stackTop)->put(TagDateTime, serial);
+    pushRaw(CellValue::makeDate(serial));
 }
 inline void pushLogical(bool logical)
 {
