@@ -16,24 +16,33 @@
 // alignment. A large block has a region and a chunk of its own.
 //
 // The sanitizers see a heap of this kind as one allocation and would miss an overrun, so under them
-// every block is a large one.
+// every block is an allocation of its own, which ends where the block ends.
+
+#if defined(__SANITIZE_ADDRESS__)
+#define VORN_BLOCKS_ALONE true
+#elif defined(__has_feature)
+#define VORN_BLOCKS_ALONE __has_feature(address_sanitizer)
+#else
+#define VORN_BLOCKS_ALONE false
+#endif
 
 namespace vorn {
 namespace {
 
+constexpr bool BlocksAlone = VORN_BLOCKS_ALONE;
 constexpr std::size_t ChunkSize = 65536;
 constexpr std::size_t ChunksInRegion = 16;
 constexpr std::size_t Alignment = 8;
+
+// What the address of a chunk is a multiple of, and that of whatever the general allocator gives.
+constexpr std::size_t GeneralAlignment = alignof(std::max_align_t);
+constexpr std::size_t ChunkAlignment = BlocksAlone ? GeneralAlignment : ChunkSize;
 
 // Sizes up to FineMax are rounded to 8 bytes, above that to a quarter of their power of two.
 constexpr std::size_t FineMax = 1024;
 constexpr std::size_t FineClasses = FineMax / Alignment + 1;
 constexpr std::size_t CoarseDoublings = 4;
-#if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t SmallMax = 0;
-#else
-constexpr std::size_t SmallMax = FineMax << CoarseDoublings;
-#endif
+constexpr std::size_t SmallMax = BlocksAlone ? 0 : FineMax << CoarseDoublings;
 constexpr std::size_t ClassCount = FineClasses + 4 * CoarseDoublings;
 
 struct FreeBlock {
@@ -54,7 +63,7 @@ struct Region {
     std::size_t bytes;
     std::size_t padding;
 };
-static_assert(sizeof(Chunk) % 16 == 0 && sizeof(Region) % 16 == 0);
+static_assert(sizeof(Chunk) % GeneralAlignment == 0 && sizeof(Region) % GeneralAlignment == 0);
 
 struct SizeClass {
     FreeBlock* freed = nullptr;
@@ -75,15 +84,17 @@ PrivateHeap* privateHeap = nullptr;
 
 Chunk* chunkOf(void* block)
 {
+    if (BlocksAlone)
+        return static_cast<Chunk*>(block) - 1;
     auto* bytes = static_cast<std::uint8_t*>(block);
     void* chunk = bytes - (reinterpret_cast<std::uintptr_t>(block) & (ChunkSize - 1));
     return static_cast<Chunk*>(chunk);
 }
 
-// A region with `size` bytes at a multiple of ChunkSize, which `aligned` receives.
+// A region with `size` bytes at a multiple of ChunkAlignment, which `aligned` receives.
 Region* newRegion(std::size_t size, std::uint8_t*& aligned)
 {
-    const std::size_t bytes = sizeof(Region) + size + ChunkSize - 1;
+    const std::size_t bytes = sizeof(Region) + size + ChunkAlignment - GeneralAlignment;
     void* allocation = blockResizer(nullptr, bytes);
     if (allocation == nullptr)
         return nullptr;
@@ -93,8 +104,8 @@ Region* newRegion(std::size_t size, std::uint8_t*& aligned)
     privateHeap->regions = region;
     privateHeap->bytes += bytes;
     const auto start = reinterpret_cast<std::uintptr_t>(region + 1);
-    aligned =
-        reinterpret_cast<std::uint8_t*>(region + 1) + (ChunkSize - start % ChunkSize) % ChunkSize;
+    aligned = reinterpret_cast<std::uint8_t*>(region + 1) +
+              (ChunkAlignment - start % ChunkAlignment) % ChunkAlignment;
     return region;
 }
 
