@@ -17,20 +17,20 @@ Pool::Pool()
 }
 
 // One free slot always stays, so that the next index is known before it is needed.
-void Pool::reset()
+bool Pool::reset()
 {
     slots_.clear();
     freeHead_ = slots_.resize(1) ? 0 : -1;
     if (freeHead_ == 0)
         slots_[0] = Slot::freeSlot(-1);
+    return freeHead_ == 0;
 }
 
 std::int32_t Pool::add(const void* bytes, std::size_t size, std::int32_t initialRefs)
 {
-    if (freeHead_ == -1) {
-        raiseError(ErrorMemory);
+    // Without a free slot there is none at all: the first one was refused.
+    if (freeHead_ == -1 && !reset())
         return -1;
-    }
     auto* entry = static_cast<Header*>(heapAlloc(size + sizeof(Header)));
     if (entry == nullptr)
         return -1;

@@ -94,7 +94,7 @@ private:
 
     Header* header(std::int32_t index) const { return slots_.data()[index].entry; }
     void freeEntry(std::int32_t index);
-    void reset();
+    bool reset();
 
     GrowArray<Slot> slots_;
     std::int32_t freeHead_ = 0;
