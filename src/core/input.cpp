@@ -72,7 +72,8 @@ bool readWholeNumber(std::u16string_view text, double& number)
 TypedValue readTypedValue(std::u16string_view text, CellPosition position)
 {
     TypedValue typed;
-    if (!beginsLikeValue(text)) {
+    // An error that stood before makes a text of anything, and is wiped like the lexer's own.
+    if (errorStands() || !beginsLikeValue(text)) {
         clearError();
         return typed;
     }
