@@ -4,8 +4,7 @@
 // went.
 //
 // Shape:  linked both ways, so that taking a record off or bringing one forward costs the same in
-// any
-//         chain. The links lie in formulaTable, handle 0 being the anchor: the place before the
+//         any chain. The links lie in formulaTable, handle 0 being the anchor: the place before the
 //         first and behind the last record. The chain owns nothing.
 // Errors: none. The sort is faster with some memory for the references that it follows, and does
 //         without where that is refused.

@@ -6,8 +6,7 @@
 //         outside; writing outside of the sheet does nothing.
 // Shape:  a cell's address holds until the row grows.
 // Errors: ErrorMemory, sticky. While it stands nothing more is stored: what was handed to setCell
-// then
-//         stays with the caller.
+//         then stays with the caller.
 #pragma once
 
 #include "core/columns.h"

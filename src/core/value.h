@@ -20,8 +20,7 @@
 //               11       a 32-bit integer, on the stack only
 //
 // Shape:  plain bytes. Copying the struct copies no ownership: copyValue does, and releaseValue
-// gives
-//         it back. The payload is copied in and out; nothing may point into it.
+//         gives it back. The payload is copied in and out; nothing may point into it.
 #pragma once
 
 #include "core/reference.h"

@@ -3,8 +3,7 @@
 // operations of the core read that pointer and take no workbook argument.
 //
 // Shape:  owns its sheets and the records of its tables. A sheet's address holds until that sheet
-// is
-//         removed; its index changes when one before it is.
+//         is removed; its index changes when one before it is.
 // Errors: ErrorMemory, sticky.
 #pragma once
 

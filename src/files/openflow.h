@@ -1,9 +1,8 @@
 // From a path to a document: which reader a file gets, and the order of steps around it.
 //
 // Errors: the sticky code. An open is not transactional: the document that stood before is gone,
-// and
-//         after a failure a new one of three sheets stands in its place. The code is left set, for
-//         the end of the message to show.
+//         and after a failure a new one of three sheets stands in its place. The code is left set,
+//         for the end of the message to show.
 #pragma once
 
 #include "core/workbook.h"

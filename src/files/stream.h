@@ -155,8 +155,8 @@ private:
 // A stream over a growing block of memory, for the clipboard.
 //
 // Errors: ErrorMemory if the block cannot grow. From then on nothing is written any more, since
-// bytes
-//         would be missing in between. Reading past the end gives fewer bytes and raises nothing.
+//         bytes would be missing in between. Reading past the end gives fewer bytes and raises
+//         nothing.
 class MemoryStream : public Stream {
 public:
     MemoryStream() = default;

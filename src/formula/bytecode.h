@@ -1,9 +1,8 @@
 // Byte code: the one form of every formula, defined name, task and undo program.
 //
 // Shape:  a block is a 32-bit little-endian count of bytes, then that many bytes of instructions,
-// of
-//         which the last is OpReturn. An instruction is one opcode byte and its operand, whose size
-//         the opcode gives. Operands are little-endian and unaligned.
+//         of which the last is OpReturn. An instruction is one opcode byte and its operand, whose
+//         size the opcode gives. Operands are little-endian and unaligned.
 //
 // Sheet reference image, 12 bytes, the operand of opcodes 15, 16, 29 and 30:
 //   offset size meaning

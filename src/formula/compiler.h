@@ -3,8 +3,7 @@
 // can give the user back what was typed.
 //
 // Errors: the sticky code; the first one is what the user sees. ErrorTooComplex for a formula
-// nested
-//         deeper than CompileDepthMax and for a jump that does not fit its operand.
+//         nested deeper than CompileDepthMax and for a jump that does not fit its operand.
 #pragma once
 
 #include "core/value.h"

@@ -2,8 +2,7 @@
 // dialogs. It looks at the workbook while it scans, so what a word means depends on the moment.
 //
 // Shape:  a plain object on the caller's stack, over a text that it does not own and does not
-// change.
-//         The text ends at its length or at its first zero character.
+//         change. The text ends at its length or at its first zero character.
 // Errors: the sticky code; `kind` is then TokenEndOfText.
 #pragma once
 

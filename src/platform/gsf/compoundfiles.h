@@ -2,8 +2,7 @@
 // files, so that what may be opened is decided in one place.
 //
 // Errors: a damaged file gives what can still be read of it, or nothing. Nothing is written
-// anywhere
-//         about it.
+//         anywhere about it.
 #pragma once
 
 #include "platform/compoundfile.h"

@@ -1,8 +1,7 @@
 // The locale of the user, or one by name, from ICU's data.
 //
 // Shape:  separators, currency and date forms may come from three locales, because an environment
-// may
-//         name one for each. Calendar and digits are always Gregorian and Latin: serials and
+//         may name one for each. Calendar and digits are always Gregorian and Latin: serials and
 //         printed numbers know no others.
 // Errors: none. A name that ICU has nothing for counts as en_US.
 #pragma once

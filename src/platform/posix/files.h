@@ -1,8 +1,7 @@
 // Files of a POSIX system. A path becomes UTF-8.
 //
 // Errors: none are told apart; the operations answer whether they were possible. For every user
-// alike,
-//         the system's own included, a file that nobody may read or write is refused.
+//         alike, the system's own included, a file that nobody may read or write is refused.
 #pragma once
 
 #include "platform/files.h"
