@@ -3,6 +3,7 @@
 #include "platform/posix/files.h"
 #include "support/tempfolder.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -102,6 +103,25 @@ TEST_F(GsfCompoundFilesTest, surviveWrongBytes)
         damaged[damaged.size() - 1 - random() % 1024] = static_cast<char>(random());
         readEverything(compounds, folder.write("damaged", damaged));
     }
+}
+
+// Workbooks of other programs and damaged ones, where a collection of them is at hand.
+TEST_F(GsfCompoundFilesTest, surviveACollection)
+{
+    const char* corpus = std::getenv("VORN_CORPUS");
+    if (corpus == nullptr)
+        GTEST_SKIP() << "VORN_CORPUS names no collection";
+    int opened = 0;
+    for (const char* part : {"xls", "damaged"}) {
+        std::error_code error;
+        for (const auto& entry :
+             std::filesystem::directory_iterator(std::filesystem::path(corpus) / part, error)) {
+            const std::u16string path = entry.path().u16string();
+            opened += compounds.open(path) != nullptr ? 1 : 0;
+            readEverything(compounds, path);
+        }
+    }
+    EXPECT_GT(opened, 100);
 }
 
 } // namespace
