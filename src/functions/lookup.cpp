@@ -131,6 +131,8 @@ struct EqualOnly {
 
     Order order(const CellValue& stored) const { return {key.isEqual(stored), false}; }
 };
+template <typename Key>
+EqualOnly(const Key&) -> EqualOnly<Key>;
 
 // Runs `search` with the key in the form that suits it.
 template <typename Search>
