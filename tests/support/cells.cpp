@@ -35,6 +35,32 @@ std::string numberDigits(double number)
     return digits;
 }
 
+std::string cellPlace(CellRef cell)
+{
+    return std::to_string(cell.column) + "," + std::to_string(cell.row);
+}
+
+std::string sheetPair(const CellValue& value)
+{
+    return "sheets " + std::to_string(value.firstSheet) + "-" + std::to_string(value.lastSheet) +
+           " ";
+}
+
+std::string describeReference(const CellValue& value)
+{
+    switch (value.tag) {
+    case TagCellRef:
+        return "cell " + cellPlace(value.cellRef());
+    case TagSheetCellRef:
+        return sheetPair(value) + "cell " + cellPlace(value.cellRef());
+    default:
+        break;
+    }
+    const RangeRef range = value.rangeRef();
+    const std::string corners = "range " + cellPlace(range.first()) + ":" + cellPlace(range.last());
+    return value.tag == TagSheetRangeRef ? sheetPair(value) + corners : corners;
+}
+
 struct Place {
     Sheet* sheet = nullptr;
     int column = 0;
@@ -90,6 +116,15 @@ std::string describe(const CellValue& value)
         return numberDigits(value.number());
     case TagDateTime:
         return "date " + numberDigits(value.number());
+    case TagFormula:
+        return "formula";
+    case TagInteger:
+        return "integer " + std::to_string(value.integer());
+    case TagCellRef:
+    case TagRangeRef:
+    case TagSheetCellRef:
+    case TagSheetRangeRef:
+        return describeReference(value);
     default:
         return "tag " + std::to_string(value.tag);
     }

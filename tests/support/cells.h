@@ -13,7 +13,8 @@
 
 namespace vorn {
 
-// A value with its kind, as rows of tests write it: 2.5, date 36526, "text", TRUE, !!Div0, blank.
+// A value with its kind, as rows of tests write it: 2.5, date 36526, "text", TRUE, !!Div0, blank,
+// integer 3, cell 1,2, range 0,0:1,2, sheets 0-1 cell 1,2 (column before row).
 // Numbers have up to 15 digits; a character outside of ASCII is written as \u and four hex digits.
 std::string describe(const CellValue& value);
 
