@@ -82,7 +82,7 @@ bool readFile(const std::string& path, std::string& out)
 
 void printFunction(Output& out, int row)
 {
-    const FunctionRow& function = functionTable[row];
+    const FunctionRow& function = FunctionTable[row];
     out << row << "\t" << function.name << "\t" << int{function.minArguments};
     if (function.maxArguments != function.minArguments)
         out << "-" << int{function.maxArguments};

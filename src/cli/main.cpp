@@ -3,8 +3,11 @@
 #include "cli/machine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <string>
+#include <vector>
 
 namespace vorn::cli {
 namespace {
@@ -110,6 +113,29 @@ int runCommand(const std::string& command, Call& call, Output& out)
     return runDocumentCommand(command, call, out, user);
 }
 
+// An option is -h or a word behind two dashes.
+bool isOption(const std::string& argument)
+{
+    return argument == "-h" || (argument.starts_with("--") && argument.size() > 2 &&
+                                argument[2] >= 'a' && argument[2] <= 'z');
+}
+
+// The words of the call, the last one first, as the parser takes them. An expression of eval may
+// look like an option, as -A1 does, or like a list, as [1] does; the equals sign that may stand
+// before any says that it is neither.
+std::vector<std::string> readArguments(int argc, char** argv)
+{
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    const auto command = std::find(arguments.begin(), arguments.end(), "eval");
+    for (auto each = command; each != arguments.end(); ++each) {
+        const bool likeOption = each->starts_with('-') && *each != "--" && !isOption(*each);
+        if (each != command && (likeOption || each->starts_with('[')))
+            each->insert(0, 1, '=');
+    }
+    std::reverse(arguments.begin(), arguments.end());
+    return arguments;
+}
+
 int start(int argc, char** argv)
 {
     CLI::App program("The Vorn spreadsheet without a window", "vorn-cli");
@@ -118,7 +144,7 @@ int start(int argc, char** argv)
     addCommands(program, call);
     Output out;
     try {
-        program.parse(argc, argv);
+        program.parse(readArguments(argc, argv));
     } catch (const CLI::Success& request) {
         return program.exit(request); // help or version
     } catch (const CLI::ParseError& error) {

@@ -21,6 +21,10 @@ std::string_view takeLine(std::string_view& text)
 
 bool runScript(Script& script, std::string_view name, std::string_view text)
 {
+    // Editors that mark their files as UTF-8 do so with these bytes.
+    constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(ByteOrderMark))
+        text.remove_prefix(ByteOrderMark.size());
     for (int number = 1; !text.empty(); ++number) {
         const std::string_view line = takeLine(text);
         if (line.empty() || line.starts_with('#'))

@@ -107,7 +107,10 @@ private:
     {
         const std::int32_t wanted =
             data_ == nullptr ? newSize : std::max(newSize, capacity_ + growStep(size_, growBy_));
-        void* block = blockResizer(data_, static_cast<std::size_t>(wanted) * sizeof(Element));
+        // A table of pointers has elements of a pointer's size.
+        const std::size_t bytes = static_cast<std::size_t>(wanted) *
+                                  sizeof(Element); // NOLINT(bugprone-sizeof-expression)
+        void* block = blockResizer(data_, bytes);
         if (block == nullptr) {
             raiseError(ErrorMemory);
             return false;

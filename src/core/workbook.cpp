@@ -18,7 +18,7 @@ namespace vorn {
 Workbook* workbook = nullptr;
 void (*beforeCloseDocument)() = nullptr;
 
-const std::uint32_t defaultPalette[PaletteSize] = {
+const std::uint32_t DefaultPalette[PaletteSize] = {
     0x000000, 0xFFFFFF, 0x0000FF, 0x00FF00, 0xFF0000, 0x00FFFF, 0xFF00FF, 0xFFFF00,
     0x000080, 0x008000, 0x800000, 0x008080, 0x800080, 0x808000, 0xC0C0C0, 0x808080,
     0xFF8080, 0x602080, 0xC0FFFF, 0xE0E0A0, 0x800060, 0x8080FF, 0xC08000, 0xFFC0C0,
@@ -69,7 +69,7 @@ Workbook::Workbook() : codePage(platform.codePages->systemPage())
     workbook = this;
     resetMachine();
     calcChain.reset();
-    std::copy(std::begin(defaultPalette), std::end(defaultPalette), palette);
+    std::copy(std::begin(DefaultPalette), std::end(DefaultPalette), palette);
 }
 
 Workbook::~Workbook()

@@ -19,7 +19,7 @@
 namespace vorn {
 
 constexpr int PaletteSize = 56;
-extern const std::uint32_t defaultPalette[PaletteSize]; // 0x00BBGGRR
+extern const std::uint32_t DefaultPalette[PaletteSize]; // 0x00BBGGRR
 
 // What a document was loaded from.
 enum FileKind : int { FileKindNative = 0, FileKindImported = 2 };

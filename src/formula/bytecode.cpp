@@ -30,7 +30,7 @@ constexpr OperandSizes makeOperandSizes()
 
 } // namespace
 
-constinit const OperandSizes operandSizes = makeOperandSizes();
+constinit const OperandSizes OperandSizeTable = makeOperandSizes();
 
 bool ByteCodeWriter::grow(std::uint32_t count)
 {

@@ -36,11 +36,11 @@ constexpr int OpCodeCount = 40;
 struct OperandSizes {
     std::uint8_t sizes[256];
 };
-extern const OperandSizes operandSizes;
+extern const OperandSizes OperandSizeTable;
 
 inline int operandSize(std::uint8_t opcode)
 {
-    return operandSizes.sizes[opcode];
+    return OperandSizeTable.sizes[opcode];
 }
 
 // The instruction behind this one.

@@ -272,7 +272,7 @@ void FormulaCompiler::compileCall()
         fail(ErrorUnknownName);
         return;
     }
-    const FunctionRow& function = functionTable[row];
+    const FunctionRow& function = FunctionTable[row];
     advance();
     if (token() != TokenLeftParen) {
         fail(ErrorLeftParen);

@@ -19,7 +19,7 @@ namespace {
 // A run may pass its limit by what one instruction pushes; the records below the first ones are
 // never reached.
 CellValue stackRecords[StackSize];
-CellValue* const stackBottom = stackRecords + StackSize;
+CellValue* const StackBottom = stackRecords + StackSize;
 
 // Room that the last instruction of a run may take beyond the limit.
 constexpr int StackReserve = 20;
@@ -90,7 +90,7 @@ void callFunction()
         stopUnhealthy();
         return;
     }
-    const auto handler = functionTable[row].handler;
+    const auto handler = FunctionTable[row].handler;
     if (handler == nullptr) {
         popMany(machine.argumentCount);
         pushError(CellErrorName);
@@ -406,8 +406,8 @@ void takeResult(FormulaCell& cell)
 void resetMachine()
 {
     machine = MachineRegisters{};
-    machine.stackTop = stackBottom;
-    machine.runBase = stackBottom;
+    machine.stackTop = StackBottom;
+    machine.runBase = StackBottom;
 }
 
 void abandonRun()

@@ -402,7 +402,7 @@ void FormulaPrinter::printCall()
     printArguments(count);
     prepend(u'(');
     if (row < FunctionRowCount)
-        prepend(functionTable[row].name);
+        prepend(FunctionTable[row].name);
     leaveLevel();
 }
 

@@ -138,7 +138,7 @@ constexpr std::u16string_view CategoryTitles[CategoryCount] = {
 
 } // namespace
 
-constinit const FunctionRow functionTable[FunctionRowCount] = {
+constinit const FunctionRow FunctionTable[FunctionRowCount] = {
 #define FUNCTION(row, name, least, most, category, usage, help)                                    \
     {call##name, least, most, category, u"" #name, usage, help},
 #define PENDING(row, name, least, most, category, usage, help)                                     \

@@ -49,7 +49,7 @@ struct FunctionRow {
     std::u16string_view help;
 };
 
-extern const FunctionRow functionTable[FunctionRowCount];
+extern const FunctionRow FunctionTable[FunctionRowCount];
 
 // The bodies: callAbs of the row Abs and so on, in the unit of the row's category.
 #define FUNCTION(row, name, least, most, category, usage, help) void call##name();

@@ -189,9 +189,9 @@ TEST(FormulaLexer, findsEachFunctionByItsName)
 {
     const TestDocument document;
     for (int row = 0; row < FunctionRowCount; ++row) {
-        if (functionTable[row].name.empty())
+        if (FunctionTable[row].name.empty())
             continue;
-        EXPECT_EQ(tokenText(functionTable[row].name), "call:" + std::to_string(row) + " .");
+        EXPECT_EQ(tokenText(FunctionTable[row].name), "call:" + std::to_string(row) + " .");
     }
 }
 

@@ -124,16 +124,16 @@ private:
             return call(FunctionRowIf, 2 + below(2), depth);
         default:
             const int row = below(FirstActionRow);
-            const int least = functionTable[row].minArguments;
+            const int least = FunctionTable[row].minArguments;
             return call(row,
-                        least + below(std::min(3, functionTable[row].maxArguments - least + 1)),
+                        least + below(std::min(3, FunctionTable[row].maxArguments - least + 1)),
                         depth);
         }
     }
 
     std::u16string call(int row, int count, int depth)
     {
-        std::u16string text(functionTable[row].name);
+        std::u16string text(FunctionTable[row].name);
         text += u'(';
         for (int argument = 0; argument < count; ++argument) {
             if (argument > 0)
@@ -214,7 +214,7 @@ TEST(RoundTrip, showsEachFunctionInItsOwnSpelling)
 {
     const TestDocument document;
     for (int row = 0; row < FirstActionRow; ++row) {
-        const FunctionRow& function = functionTable[row];
+        const FunctionRow& function = FunctionTable[row];
         std::u16string text = u"=" + std::u16string(function.name) + u"(";
         for (int argument = 0; argument < function.maxArguments; ++argument)
             text += argument == 0 ? u"1" : u",1";

@@ -16,7 +16,7 @@ namespace {
 CellValue callIfWith(int argumentCount, const CellValue* base)
 {
     machine.argumentCount = static_cast<std::uint8_t>(argumentCount);
-    functionTable[FunctionRowIf].handler();
+    FunctionTable[FunctionRowIf].handler();
     EXPECT_EQ(machine.stackTop, base - 1);
     return popRaw();
 }

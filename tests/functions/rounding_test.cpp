@@ -37,7 +37,7 @@ TEST(Rounding, goesUpAtATieAlsoBelowZero)
 // What a user is told about the arguments of Round is as it has always been.
 TEST(Rounding, namesOneArgumentThoughItTakesTwo)
 {
-    const FunctionRow& round = functionTable[findFunction(u"Round")];
+    const FunctionRow& round = FunctionTable[findFunction(u"Round")];
     EXPECT_EQ(round.usage, u"number");
     EXPECT_EQ(round.minArguments, 2);
     EXPECT_EQ(round.maxArguments, 2);

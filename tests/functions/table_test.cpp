@@ -183,7 +183,7 @@ TEST(FunctionTable, keepsEachFunctionAtItsNumber)
 {
     ASSERT_EQ(std::size(NamedRows), 160U);
     for (const auto& expected : NamedRows) {
-        const FunctionRow& row = functionTable[expected.row];
+        const FunctionRow& row = FunctionTable[expected.row];
         EXPECT_EQ(row.name, expected.name) << expected.row;
         EXPECT_EQ(row.minArguments, expected.least) << expected.row;
         EXPECT_EQ(row.maxArguments, expected.most) << expected.row;
@@ -195,24 +195,24 @@ TEST(FunctionTable, keepsEachFunctionAtItsNumber)
 TEST(FunctionTable, givesTheStepsOfUndoNoNames)
 {
     for (int row = FirstActionRow; row < FirstTaskRow; ++row) {
-        EXPECT_EQ(functionTable[row].name, u"") << row;
-        EXPECT_EQ(functionTable[row].usage, u"") << row;
-        EXPECT_EQ(functionTable[row].help, u"") << row;
+        EXPECT_EQ(FunctionTable[row].name, u"") << row;
+        EXPECT_EQ(FunctionTable[row].usage, u"") << row;
+        EXPECT_EQ(FunctionTable[row].help, u"") << row;
     }
 }
 
 TEST(FunctionTable, hasAHandlerInEachRow)
 {
-    for (const FunctionRow& row : functionTable)
+    for (const FunctionRow& row : FunctionTable)
         EXPECT_NE(row.handler, nullptr);
 }
 
 TEST(FunctionTable, namesTheRowsThatOthersKnow)
 {
-    EXPECT_EQ(functionTable[FunctionRowIf].name, u"If");
-    EXPECT_EQ(functionTable[FunctionRowRand].name, u"Rand");
-    EXPECT_EQ(functionTable[FunctionRowNow].name, u"Now");
-    EXPECT_EQ(functionTable[FunctionRowToday].name, u"Today");
+    EXPECT_EQ(FunctionTable[FunctionRowIf].name, u"If");
+    EXPECT_EQ(FunctionTable[FunctionRowRand].name, u"Rand");
+    EXPECT_EQ(FunctionTable[FunctionRowNow].name, u"Now");
+    EXPECT_EQ(FunctionTable[FunctionRowToday].name, u"Today");
 }
 
 TEST(FunctionTable, keepsItsUsagesAsTheyStand)
@@ -235,7 +235,7 @@ TEST(FunctionTable, keepsItsUsagesAsTheyStand)
         {188, u"reference"                                                    },
     };
     for (const auto& c : cases)
-        EXPECT_EQ(functionTable[c.row].usage, c.usage) << c.row;
+        EXPECT_EQ(FunctionTable[c.row].usage, c.usage) << c.row;
 }
 
 TEST(FunctionTable, keepsItsHelpAsItStands)
@@ -261,7 +261,7 @@ TEST(FunctionTable, keepsItsHelpAsItStands)
         {188, u"Returns the top left cell and sets it to reference if specified."                 },
     };
     for (const auto& c : cases)
-        EXPECT_EQ(functionTable[c.row].help, c.help) << c.row;
+        EXPECT_EQ(FunctionTable[c.row].help, c.help) << c.row;
 }
 
 TEST(FunctionTable, findsAFunctionInAnyCase)
@@ -335,7 +335,7 @@ TEST(FunctionTable, givesAnErrorForAStepWithoutABody)
     pushNumber(1);
     pushNewText(u"two");
     machine.argumentCount = 2;
-    functionTable[FirstActionRow].handler();
+    FunctionTable[FirstActionRow].handler();
     EXPECT_EQ(machine.stackTop, base - 1);
     EXPECT_EQ(topValue().tag, TagError);
     EXPECT_EQ(topValue().error(), CellErrorName);
