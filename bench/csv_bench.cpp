@@ -119,7 +119,7 @@ void openText(benchmark::State& state, std::string (*field)(Random&))
     const TableFile file(field);
     const std::u16string path = file.path();
     std::size_t used = 0;
-    for (auto unused : state) {
+    for ([[maybe_unused]] auto round : state) {
         state.PauseTiming();
         NewDocument(1, FileKindNative);
         const std::size_t before = bytesInUse();

@@ -66,7 +66,7 @@ bool readWholeNumber(std::u16string_view text, double& number)
         localeInfo.decimal == localeInfo.timeSeparator)
         return false;
     std::size_t end = 0;
-    return readDecimal(text, end, localeInfo.decimal, number) == DecimalRead && end == text.size();
+    return readPlainDecimal(text, end, localeInfo.decimal, number) && end == text.size();
 }
 
 TypedValue readTypedValue(std::u16string_view text, CellPosition position)

@@ -29,12 +29,15 @@ public:
 
     void run()
     {
-        char16_t end = 0;
-        do {
-            end = readField();
+        for (bool more = true; more && row_ <= LastRow;) {
+            const char16_t end = readField();
             addField();
-            startField(end);
-        } while (end != 0 && row_ <= LastRow && errorState.code != ErrorMemory);
+            if (end == 0 || end == LineFeed || memoryIsShort())
+                storeRow();
+            length_ = 0;
+            previousWasQuote_ = false;
+            more = end != 0 && !memoryIsShort();
+        }
     }
 
 private:
@@ -125,10 +128,14 @@ private:
         while (fields_ > 0) {
             Cell& cell = rowCells_[--fields_];
             sheet_.setCell(firstColumn_ + fields_, row_, cell);
-            if (errorState.code == ErrorMemory)
+            if (memoryIsShort())
                 releaseValue(cell.value);
         }
+        ++row_;
+        inQuotes_ = false;
     }
+
+    bool memoryIsShort() const { return errorState.code == ErrorMemory; }
 
     // The style that the present cell has, with percents.
     std::int16_t percentStyle(int column)
@@ -141,17 +148,6 @@ private:
             percentStyle_ = workbook->addStyle(style);
         }
         return static_cast<std::int16_t>(percentStyle_);
-    }
-
-    void startField(char16_t end)
-    {
-        if (end == 0 || end == LineFeed || errorState.code == ErrorMemory) {
-            storeRow();
-            ++row_;
-            inQuotes_ = false;
-        }
-        length_ = 0;
-        previousWasQuote_ = false;
     }
 
     Stream& stream_;

@@ -97,11 +97,11 @@ void appendExponentForm(std::u16string& out, double number)
 // So many decimals that about 14 digits count.
 int generalDecimals(double number)
 {
-    constexpr double Steps[] = {1e-3, 1e-2, 1e-1, 1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7};
-    constexpr int MostDecimals = 17;
+    constexpr double steps[] = {1e-3, 1e-2, 1e-1, 1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7};
+    constexpr int mostDecimals = 17;
     const double size = std::fabs(number);
-    int decimals = MostDecimals;
-    for (const double* step = std::begin(Steps); step != std::end(Steps) && size >= *step; ++step)
+    int decimals = mostDecimals;
+    for (const double* step = std::begin(steps); step != std::end(steps) && size >= *step; ++step)
         --decimals;
     return decimals;
 }

@@ -316,6 +316,16 @@ TEST(ImportText, landsAtTheAnchor)
     EXPECT_EQ(imported.sheet().lastRow(), LastRow);
 }
 
+TEST(ImportText, dropsEverythingForAnAnchorBelowTheSheet)
+{
+    Imported imported("");
+    imported.import("a,b", 20000, 0);
+    imported.import("a,b", 0, 300);
+    EXPECT_FALSE(imported.sheet().hasRows());
+    EXPECT_EQ(stringPool->beginScan(), 0);
+    stringPool->endScan();
+}
+
 TEST(ImportText, storesAlsoEmptyFieldsOverWhatIsThere)
 {
     Imported imported("1,2,3");

@@ -85,7 +85,7 @@ bool isStream(GsfInput* child)
 
 class GsfCompoundFile : public CompoundFile {
 public:
-    GsfCompoundFile(std::vector<unsigned char> bytes) : bytes_(std::move(bytes)) {}
+    explicit GsfCompoundFile(std::vector<unsigned char> bytes) : bytes_(std::move(bytes)) {}
 
     bool open()
     {

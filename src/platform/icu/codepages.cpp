@@ -123,12 +123,12 @@ private:
 // The number of bytes before the first that is not ASCII.
 std::size_t asciiLength(std::string_view bytes)
 {
-    constexpr std::uint64_t HighBits = 0x8080808080808080;
+    constexpr std::uint64_t highBits = 0x8080808080808080;
     std::size_t length = 0;
-    for (; length + sizeof HighBits <= bytes.size(); length += sizeof HighBits) {
+    for (; length + sizeof highBits <= bytes.size(); length += sizeof highBits) {
         std::uint64_t eight;
         std::memcpy(&eight, bytes.data() + length, sizeof eight);
-        if ((eight & HighBits) != 0)
+        if ((eight & highBits) != 0)
             break;
     }
     while (length < bytes.size() && static_cast<unsigned char>(bytes[length]) < 0x80)
@@ -149,7 +149,9 @@ public:
     {
         if (rule_ == AsciiAsIs && !pending()) {
             const std::size_t ascii = asciiLength(bytes);
-            out.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(ascii));
+            const std::size_t start = out.size();
+            out.resize(start + ascii);
+            std::copy_n(bytes.begin(), ascii, out.begin() + static_cast<std::ptrdiff_t>(start));
             bytes.remove_prefix(ascii);
         }
         if (!bytes.empty() || atEnd)
@@ -214,7 +216,7 @@ std::string environmentCharacterSet()
 
 int pageOfCharacterSet(std::string_view characterSet)
 {
-    constexpr PageName OtherNames[] = {
+    constexpr PageName otherNames[] = {
         {1252,     "ISO-8859-1"},
         {Utf8Page, "US-ASCII"  }, // is as good as UTF-8, which can hold the
   // rest too
@@ -232,7 +234,7 @@ int pageOfCharacterSet(std::string_view characterSet)
     };
     if (isNamed("ANSI_X3.4-1968") || name.empty())
         return Utf8Page;
-    for (const PageName& row : OtherNames)
+    for (const PageName& row : otherNames)
         if (isNamed(row.name))
             return row.page;
     for (const PageName& row : PageNames)

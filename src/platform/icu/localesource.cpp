@@ -43,7 +43,7 @@ bool hasData(const std::string& name)
 // The name of the locale that is used for `name`, without its character set.
 std::string usableLocale(std::string_view name)
 {
-    const std::string plain(name.substr(0, name.find_first_of(".@")));
+    std::string plain(name.substr(0, name.find_first_of(".@")));
     const bool nobodys = plain.empty() || plain == "C" || plain == "POSIX";
     if (nobodys || plain.size() > LongestName || !hasData(plain))
         return FallbackLocale;
@@ -176,8 +176,8 @@ DateOrder orderOf(std::u16string_view pattern)
 // Reads the place of the currency sign from a pattern such as "¤#,##0.00;(¤#,##0.00)".
 void readMoneyPattern(std::u16string_view pattern, LocaleSettings& settings)
 {
-    constexpr int InParentheses[] = {0, 4, 14, 15};
-    constexpr int WithMinus[] = {1, 5, 9, 8};
+    constexpr int inParentheses[] = {0, 4, 14, 15};
+    constexpr int withMinus[] = {1, 5, 9, 8};
     const std::size_t end = pattern.find(u';');
     const std::u16string_view positive = pattern.substr(0, end);
     const std::size_t sign = positive.find(u'\u00a4');
@@ -195,7 +195,7 @@ void readMoneyPattern(std::u16string_view pattern, LocaleSettings& settings)
     settings.currencyPosition = (trails ? 1 : 0) + (blank ? 2 : 0);
     const bool parentheses = end != pattern.npos && pattern.find(u'(', end) != pattern.npos;
     settings.negativeCurrency =
-        (parentheses ? InParentheses : WithMinus)[settings.currencyPosition];
+        (parentheses ? inParentheses : withMinus)[settings.currencyPosition];
 }
 
 void readNumbers(const std::string& locale, LocaleSettings& settings)
