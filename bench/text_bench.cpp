@@ -44,12 +44,12 @@ void storePhrases(Sheet& sheet)
 }
 
 // Formulas of the first row, to be used in each: the places in them are relative.
-constexpr const char16_t* formulas[] = {
+constexpr const char16_t* Formulas[] = {
     u"=Left(A1,5)", u"=Mid(A1,3,6)", u"=Find(\"end\",A1)", u"=Substitute(A1,\" \",\"-\")",
     u"=Upper(A1)",  u"=A1&B1",
 };
-constexpr const char* formulaNames[] = {"Left", "Mid", "Find", "Substitute", "Upper", "&"};
-constexpr int FormulaKinds = static_cast<int>(std::size(formulas));
+constexpr const char* FormulaNames[] = {"Left", "Mid", "Find", "Substitute", "Upper", "&"};
+constexpr int FormulaKinds = static_cast<int>(std::size(Formulas));
 
 // Fills a column with one formula, as if it was copied there.
 void storeFormulas(Sheet& sheet, int column, const char16_t* text)
@@ -83,7 +83,7 @@ void runFormulas(benchmark::State& state, std::size_t first, std::size_t last)
     const auto columns = static_cast<int>(last - first + 1);
     for (int column = 0; column < columns; ++column)
         storeFormulas(sheet, PhraseColumns + column,
-                      formulas[first + static_cast<std::size_t>(column)]);
+                      Formulas[first + static_cast<std::size_t>(column)]);
     recalculate();
     for (auto each : state)
         recalculate();
@@ -97,7 +97,7 @@ void runFormulas(benchmark::State& state, std::size_t first, std::size_t last)
 void textFormulas(benchmark::State& state)
 {
     const auto kind = static_cast<std::size_t>(state.range(0));
-    state.SetLabel(formulaNames[kind]);
+    state.SetLabel(FormulaNames[kind]);
     runFormulas(state, kind, kind);
 }
 BENCHMARK(textFormulas)->DenseRange(0, FormulaKinds - 1)->Unit(benchmark::kMillisecond);
@@ -113,6 +113,7 @@ void bareCopies(benchmark::State& state)
 {
     std::mt19937 random(1);
     std::vector<std::u16string> phrases;
+    phrases.reserve(FormulaRows);
     for (int row = 0; row < FormulaRows; ++row)
         phrases.push_back(phrase(random));
     std::vector<void*> copies(FormulaRows);

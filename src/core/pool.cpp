@@ -28,10 +28,19 @@ bool Pool::reset()
 
 std::int32_t Pool::add(const void* bytes, std::size_t size, std::int32_t initialRefs)
 {
+    const std::int32_t index = addSpace(size, initialRefs);
+    if (index != -1)
+        std::memcpy(entry(index), bytes, size);
+    return index;
+}
+
+std::int32_t Pool::addSpace(std::size_t size, std::int32_t initialRefs)
+{
     // Without a free slot there is none at all: the first one was refused.
     if (freeHead_ == -1 && !reset())
         return -1;
-    auto* entry = static_cast<Header*>(heapAlloc(size + sizeof(Header)));
+    const std::size_t blockSize = (sizeof(Header) + size + EntryWord - 1) / EntryWord * EntryWord;
+    auto* entry = static_cast<Header*>(heapAlloc(blockSize));
     if (entry == nullptr)
         return -1;
     const std::int32_t index = freeHead_;
@@ -43,8 +52,8 @@ std::int32_t Pool::add(const void* bytes, std::size_t size, std::int32_t initial
             return -1;
         }
     }
+    std::memset(reinterpret_cast<std::uint8_t*>(entry) + blockSize - EntryWord, 0, EntryWord);
     *entry = {initialRefs, -1};
-    std::memcpy(entry + 1, bytes, size);
     slots_[index].entry = entry;
     freeHead_ = nextFree;
     return index;
@@ -94,17 +103,10 @@ void Pool::clear()
 std::int32_t StringPool::addText(std::u16string_view text)
 {
     text = text.substr(0, text.find(u'\0'));
-    // The zero behind the text is not part of a view, so the copy is made in two steps, on the
-    // stack for all but long texts.
-    constexpr std::size_t ShortMax = 256;
-    if (text.size() < ShortMax) {
-        char16_t buffer[ShortMax];
-        text.copy(buffer, text.size());
-        buffer[text.size()] = u'\0';
-        return add(buffer, (text.size() + 1) * sizeof(char16_t), 1);
-    }
-    const std::u16string terminated(text);
-    return add(terminated.c_str(), (text.size() + 1) * sizeof(char16_t), 1);
+    const std::int32_t index = addTextSpace(text.size());
+    if (index != -1)
+        text.copy(units(index), text.size());
+    return index;
 }
 
 void FormulaPool::release(std::int32_t index)

@@ -3,16 +3,21 @@
 // index. Nothing is shared by content: two cells typed alike hold two entries, only copies share
 // one.
 //
-// Shape:  an entry keeps its address until it is freed. Index -1 is "none": the empty text.
+// Shape:  an entry keeps its address until it is freed. It begins at a multiple of EntryWord bytes
+//         and is filled with zeros up to the next one, so that it may be read in such words. Index
+//         -1 is "none": the empty text.
 // Errors: ErrorMemory, sticky; `add` then returns -1.
 #pragma once
 
 #include "core/growarray.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace vorn {
+
+constexpr std::size_t EntryWord = 8;
 
 class Pool {
 public:
@@ -21,6 +26,9 @@ public:
     // Copies `size` bytes into a new entry with `initialRefs` owners. Freed indices are used again,
     // the last freed first.
     std::int32_t add(const void* bytes, std::size_t size, std::int32_t initialRefs);
+
+    // The same, for bytes that the caller writes there before anybody looks.
+    std::int32_t addSpace(std::size_t size, std::int32_t initialRefs);
 
     // One more owner. Returns the index; -1 is left alone.
     std::int32_t addRef(std::int32_t index)
@@ -105,6 +113,13 @@ class StringPool : public Pool {
 public:
     // A new entry with one owner. A text ends at its first zero character.
     std::int32_t addText(std::u16string_view text);
+
+    // The same, for a text of so many units, none of them zero, that the caller writes to `units`.
+    std::int32_t addTextSpace(std::size_t length)
+    {
+        return addSpace((length + 1) * sizeof(char16_t), 1); // its fill ends the text
+    }
+    char16_t* units(std::int32_t index) { return static_cast<char16_t*>(entry(index)); }
 
     // The zero-terminated text; "" for -1.
     const char16_t* text(std::int32_t index) const
