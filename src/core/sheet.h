@@ -131,6 +131,9 @@ public:
     {
         return row >= 0 && row < rows_.size() ? rows_.data()[row] : nullptr;
     }
+
+    // What rowAt answers for the rows up to lastRow(), side by side; null for a sheet without rows.
+    const Row* const* rowObjects() const { return rows_.data(); }
     int rowCount(int row) const;
     int lastOccupiedColumn(int row) const;
     int lastPresentColumn(int row) const;

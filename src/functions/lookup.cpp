@@ -1,151 +1,14 @@
 // Searches in ranges, and the sizes and places of references.
-//
-// A search compares its key with the values of cells as compareValues does, without case: kinds
-// ascend number, date, text, logical, error, blank, and a cell that does not exist is above every
-// key. Most keys are numbers or texts that meet cells of their own kind, so a search is compiled
-// once for each of these and looks at the cells where they lie.
 
 #include "core/workbook.h"
 #include "functions/arguments.h"
+#include "functions/searchkey.h"
 #include "functions/table.h"
-#include "platform/textrules.h"
 
 #include <algorithm>
 
 namespace vorn {
 namespace {
-
-// --- Keys
-
-// What a key is to a cell.
-struct Order {
-    bool isEqual;
-    bool isAbove;
-};
-
-constexpr Order ToMissingCell{false, false};
-
-Order orderOf(int comparison)
-{
-    return {comparison == 0, comparison > 0};
-}
-
-const CellValue& shownValue(const CellValue& stored)
-{
-    return stored.tag == TagFormula ? stored.formula()->result : stored;
-}
-
-// A key answers what it is to a cell that exists, or only whether it is equal to it; values of
-// different kinds never are. It is given the cell's value as it is stored: whether this is a
-// formula is asked only if it is not of the key's own kind.
-class NumberKey {
-public:
-    explicit NumberKey(const CellValue& key) : key_(&key), number_(key.number()), tag_(key.tag) {}
-
-    bool isEqual(const CellValue& stored) const
-    {
-        if (stored.tag == tag_) [[likely]]
-            return stored.number() == number_;
-        return stored.tag == TagFormula && isEqual(stored.formula()->result);
-    }
-
-    Order order(const CellValue& stored) const
-    {
-        const CellValue& value = stored.tag == tag_ ? stored : shownValue(stored);
-        if (value.tag != tag_)
-            return orderOf(compareValues(key_, &value, IgnoreCase));
-        return {number_ == value.number(), number_ > value.number()};
-    }
-
-private:
-    const CellValue* key_;
-    double number_;
-    std::uint8_t tag_;
-};
-
-// A text whose case is folded once and not at each cell.
-class TextKey {
-public:
-    static constexpr std::size_t LengthMax = 127;
-
-    explicit TextKey(const CellValue& key) : key_(&key), text_(valueTextPointer(key))
-    {
-        std::size_t length = 0;
-        for (; text_[length] != u'\0'; ++length)
-            folded_[length] = lowerUnit(text_[length]);
-        folded_[length] = u'\0';
-    }
-
-    bool isEqual(const CellValue& stored) const
-    {
-        const CellValue& value = stored.tag == TagText ? stored : shownValue(stored);
-        return value.tag == TagText && compareText(value) == 0;
-    }
-
-    Order order(const CellValue& stored) const
-    {
-        const CellValue& value = stored.tag == TagText ? stored : shownValue(stored);
-        return orderOf(value.tag == TagText ? compareText(value)
-                                            : compareValues(key_, &value, IgnoreCase));
-    }
-
-private:
-    int compareText(const CellValue& value) const
-    {
-        const char16_t* other = stringPool->text(value.textIndex());
-        for (std::size_t place = 0;; ++place) {
-            if (text_[place] != other[place]) {
-                const char16_t folded = lowerUnit(other[place]);
-                if (folded_[place] != folded)
-                    return folded_[place] < folded ? -1 : 1;
-            }
-            if (text_[place] == u'\0')
-                return 0;
-        }
-    }
-
-    const CellValue* key_;
-    const char16_t* text_;
-    char16_t folded_[LengthMax + 1];
-};
-
-class OtherKey {
-public:
-    explicit OtherKey(const CellValue& key) : key_(&key) {}
-
-    bool isEqual(const CellValue& stored) const { return order(stored).isEqual; }
-
-    Order order(const CellValue& stored) const
-    {
-        return orderOf(compareValues(key_, &shownValue(stored), IgnoreCase));
-    }
-
-private:
-    const CellValue* key_;
-};
-
-// A key for a search that wants its equal and nothing else.
-template <typename Key>
-struct EqualOnly {
-    const Key& key;
-
-    Order order(const CellValue& stored) const { return {key.isEqual(stored), false}; }
-};
-template <typename Key>
-EqualOnly(const Key&) -> EqualOnly<Key>;
-
-// Runs `search` with the key in the form that suits it.
-template <typename Search>
-auto searchFor(const CellValue& key, Search search)
-{
-    const bool isNumber = key.tag == TagNumber || key.tag == TagDateTime;
-    if (isNumber)
-        return search(NumberKey(key));
-    const bool isShortText =
-        key.tag == TagText &&
-        std::u16string_view(valueTextPointer(key)).size() <= TextKey::LengthMax;
-    return isShortText ? search(TextKey(key)) : search(OtherKey(key));
-}
 
 // The columns of a range that a row has cells in; `last` is before `first` if there are none.
 struct Span {
@@ -181,10 +44,13 @@ struct FirstColumn {
     template <typename Visit>
     void walk(Visit visit) const
     {
+        const Row* const* rows = sheet.rowObjects();
+        if (rows == nullptr)
+            return;
         const int column = table.firstColumn;
         const int lastRow = lastStoredRow(sheet, table);
         for (int row = table.firstRow; row <= lastRow; ++row) {
-            const Row* object = sheet.rowAt(row);
+            const Row* object = rows[row];
             if (object == nullptr || column < object->firstColumn || column >= object->cells.size())
                 continue;
             if (!visit(row, object->cells.data()[column].value))
@@ -245,9 +111,9 @@ int findEqualOrBelow(const Edge& edge, const Key& key)
 template <typename Edge>
 int findKey(const Edge& edge, const CellValue& key, LookupMode mode)
 {
-    return searchFor(key, [&](const auto& prepared) {
-        return mode == ExactOnly ? findEqual(edge, prepared) : findEqualOrBelow(edge, prepared);
-    });
+    if (mode == ExactOnly)
+        return searchEqual(key, [&](const auto& prepared) { return findEqual(edge, prepared); });
+    return searchOrder(key, [&](const auto& prepared) { return findEqualOrBelow(edge, prepared); });
 }
 
 void pushCellValue(const Sheet& sheet, int column, int row)
@@ -336,17 +202,29 @@ Stop scanRange(const Sheet& sheet, const RangeRef& range, const Key& key, Stops 
     return {width * height + 1, false};
 }
 
+Stop scanForEqual(const Sheet& sheet, const RangeRef& range, const CellValue& key)
+{
+    // Most ranges are columns, and these take the road of the lookups.
+    if (range.firstColumn == range.lastColumn) {
+        const int row = findKey(FirstColumn{sheet, range}, key, ExactOnly);
+        return {row - range.firstRow + 1, row != NotFound};
+    }
+    return searchEqual(key, [&](const auto& prepared) {
+        return scanRange(sheet, range, EqualOnly{prepared},
+                         [](Order order) { return order.isEqual; });
+    });
+}
+
 // The three types of Match.
 Stop scanByType(const Sheet& sheet, const RangeRef& range, const CellValue& key, int type)
 {
-    return searchFor(key, [&](const auto& prepared) {
+    if (type == 0)
+        return scanForEqual(sheet, range, key);
+    return searchOrder(key, [&](const auto& prepared) {
         if (type > 0)
             return scanRange(sheet, range, prepared, [](Order order) { return !order.isAbove; });
-        if (type < 0)
-            return scanRange(sheet, range, prepared,
-                             [](Order order) { return order.isAbove || order.isEqual; });
-        return scanRange(sheet, range, EqualOnly{prepared},
-                         [](Order order) { return order.isEqual; });
+        return scanRange(sheet, range, prepared,
+                         [](Order order) { return order.isAbove || order.isEqual; });
     });
 }
 

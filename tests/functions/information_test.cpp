@@ -8,7 +8,7 @@ namespace vorn {
 namespace {
 
 // What each test of a kind is asked, and the answers of all of them.
-constexpr const char16_t* kindTests[] = {u"IsBlank", u"IsError",   u"IsErr",
+constexpr const char16_t* KindTests[] = {u"IsBlank", u"IsError",   u"IsErr",
                                          u"IsNA",    u"IsLogical", u"IsNumber",
                                          u"IsText",  u"IsNonText", u"IsRef"};
 
@@ -40,7 +40,7 @@ TEST_F(InformationFunctions, tellTheKindOfAValue)
     const struct {
         const char* behaviour;
         const char16_t* argument;
-        const char* answers; // in the order of kindTests
+        const char* answers; // in the order of KindTests
     } cases[] = {
         {"a number",                         u"(1234)",             "-----N-N-"},
         {"a number in a cell",               u"(A1)",               "-----N-NR"},
@@ -74,8 +74,8 @@ TEST_F(InformationFunctions, tellTheKindOfAValue)
         {"a reference that is computed",     u"(Index(A1:A9,4,1))", "------T-R"},
     };
     for (const auto& c : cases) {
-        for (std::size_t test = 0; test < std::size(kindTests); ++test) {
-            const std::u16string formula = std::u16string(kindTests[test]) + c.argument;
+        for (std::size_t test = 0; test < std::size(KindTests); ++test) {
+            const std::u16string formula = std::u16string(KindTests[test]) + c.argument;
             EXPECT_EQ(cells.answer(formula), c.answers[test] == '-' ? "FALSE" : "TRUE")
                 << c.behaviour << ": " << std::string(formula.begin(), formula.end());
         }
@@ -84,7 +84,7 @@ TEST_F(InformationFunctions, tellTheKindOfAValue)
 
 TEST_F(InformationFunctions, takeOneArgument)
 {
-    for (const char16_t* test : kindTests) {
+    for (const char16_t* test : KindTests) {
         EXPECT_EQ(cells.answer(std::u16string(test) + u"()"), "refused 17");
         EXPECT_EQ(cells.answer(std::u16string(test) + u"(1,2)"), "refused 18");
     }

@@ -488,7 +488,9 @@ private:
     double number()
     {
         const unsigned choice = below(12);
-        return choice == 0 ? std::numeric_limits<double>::quiet_NaN() : choice / 2.0 - 2;
+        if (choice < 2)
+            return choice == 0 ? std::numeric_limits<double>::quiet_NaN() : -0.0;
+        return choice / 2.0 - 3;
     }
     std::u16string text()
     {
@@ -547,15 +549,15 @@ TEST(LookupSearches, findWhatComparingEveryCellFinds)
     Cells cells;
     Sheet& sheet = *workbook->sheetAt(0);
     RandomValues random;
-    constexpr RangeRef Table{0, 0, RandomRows + 5, RandomColumns + 1};
+    const RangeRef area{0, 0, RandomRows + 5, RandomColumns + 1};
     for (int round = 0; round < 200; ++round) {
         sheet.clearAll({0, 0, RandomRows, RandomColumns});
         fillAtRandom(sheet, random);
         CellValue key = random.next();
-        const auto firstColumn = valuesOf(sheet, {0, 0, Table.lastRow, 0});
-        const auto firstRow = valuesOf(sheet, {0, 0, 0, Table.lastColumn});
-        const auto all = valuesOf(sheet, Table);
-        const CellValue table = CellValue::makeRangeRef(Table);
+        const auto firstColumn = valuesOf(sheet, {0, 0, area.lastRow, 0});
+        const auto firstRow = valuesOf(sheet, {0, 0, 0, area.lastColumn});
+        const auto all = valuesOf(sheet, area);
+        const CellValue table = CellValue::makeRangeRef(area);
         const auto keyCopy = [&key] {
             CellValue copy;
             copyValue(key, copy);
