@@ -49,17 +49,15 @@ void returnFromBlock()
         machine.machineRunning = false;
         return;
     }
-    const CellValue result = popRaw();
-    const CellValue address = popRaw();
+    CellValue result = popRaw();
+    const CellValue address = topValue();
     if (address.tag != TagReturnAddress) {
         // The block left other than one value: there is no way back.
-        CellValue lost = result;
-        releaseValue(lost);
-        lost = address;
-        releaseValue(lost);
+        releaseValue(result);
         stopUnhealthy();
         return;
     }
+    ++machine.stackTop;
     machine.instructionPointer = address.get<const std::uint8_t*>();
     pushRaw(result);
     --machine.callDepth;
@@ -426,6 +424,7 @@ void evaluateFormulaCell(FormulaCell& cell)
         takeResult(cell);
     else
         popMany(static_cast<int>(machine.runBase - machine.stackTop));
+    machine.machineRunning = true;
     machine.machineHealthy = true;
     machine.pendingError = 0;
 }

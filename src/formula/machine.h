@@ -7,7 +7,8 @@
 // last.
 //
 // Shape:  the stack grows downward. A record on it owns its text. Every run has a base; a pop below
-//         it ends the run unhealthy, and an unhealthy run leaves the cell's last value as it was.
+//         it, or of the way back from a name, ends the run unhealthy, and an unhealthy run leaves
+//         the cell's last value as it was.
 // Errors: never the sticky code.
 #pragma once
 

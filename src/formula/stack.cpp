@@ -55,12 +55,17 @@ double textAs(ValueTag tag, std::int32_t textIndex)
     return 0;
 }
 
-// Takes the top off and hands it over.
+// Takes the top off and hands it over. The way back from a name lies below the name's own values
+// and bounds them as the base bounds a run's: whoever comes upon it is out of balance, and the run
+// ends.
 CellValue takeTop()
 {
     const CellValue value = *machine.stackTop++;
     machine.poppedTag = value.tag;
-    return value;
+    if (value.tag != TagReturnAddress)
+        return value;
+    abandonRun();
+    return blankValue;
 }
 
 double integerAsNumber(const CellValue& value)

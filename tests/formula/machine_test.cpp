@@ -567,6 +567,55 @@ TEST_F(Machine, endsANameThatCallsItself)
     EXPECT_EQ(stringPool->refCount(0), 1);
 }
 
+// Where a name was called from lies on the stack below its values, and is not for the name to take.
+TEST_F(Machine, keepsTheWayBackFromANameToItself)
+{
+    const struct {
+        const char* phrase;
+        void (*write)(ByteCodeWriter&);
+    } cases[] = {
+        {"popped",
+         [](ByteCodeWriter& code) {
+             code.emit(OpPop);
+             emitNumber(code, 1);
+         }                                                                                                                     },
+        {"popped before each call of itself, for ever",
+         [](ByteCodeWriter& code) {
+             code.emit(OpPop);
+             code.emit(OpCallName, std::uint16_t{0});
+         }                                                                                                                     },
+        {"stored in a variable",
+         [](ByteCodeWriter& code) {
+             code.emit(OpStoreVariable, std::uint16_t{0});
+             emitNumber(code, 1);
+         }                                                                                                                     },
+        {"an operand",
+         [](ByteCodeWriter& code) {
+             emitNumber(code, 1);
+             code.emit(OpAdd);
+         }                                                                                                                     },
+        {"an argument",
+         [](ByteCodeWriter& code) {
+             emitNumber(code, 1);
+             code.emitCall(RowSum, 2);
+         }                                                                                                                     },
+        {"a condition",                                 [](ByteCodeWriter& code) { code.emit(OpJumpIfFalse, std::int16_t{0}); }},
+    };
+    for (const auto& c : cases) {
+        NewDocument(1, FileKindNative);
+        workbook->variables.append({nullptr, {}});
+        define(c.write);
+        ByteCodeWriter code;
+        emitNumber(code, 5);
+        emitNumber(code, 6);
+        code.emit(OpCallName, std::uint16_t{0});
+        EXPECT_EQ(outcome(code), "kept") << c.phrase;
+        EXPECT_EQ(describe(workbook->variables[0].value), "blank") << c.phrase;
+        emitNumber(code, 7);
+        EXPECT_EQ(outcome(code), "7") << c.phrase;
+    }
+}
+
 TEST_F(Machine, keepsTheOldResultOfANameOutOfBalance)
 {
     define([](ByteCodeWriter&) {});
