@@ -15,22 +15,13 @@
 #include "formula/machine.h"
 #include "formula/printer.h"
 #include "formula/references.h"
-#include "platform/gsf/compoundfiles.h"
-#include "platform/headless/clock.h"
-#include "platform/headless/userinterface.h"
-#include "platform/icu/codepages.h"
-#include "platform/icu/localesource.h"
-#include "platform/icu/textrules.h"
-#include "platform/platform.h"
-#include "platform/posix/files.h"
+#include "machine.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <string>
 #include <string_view>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace vorn {
 namespace {
@@ -44,29 +35,6 @@ constexpr double ShownPrecision = 1e-13;
 // the document is made anew.
 constexpr int LeftTextsMax = 1000;
 
-// The machine is made once, since a locale takes long to load.
-class FuzzMachine {
-public:
-    FuzzMachine() : codePages_(Utf8Page), compoundFiles_(files_)
-    {
-        platform = {&clock_, &localeSource_,  &textRules_,    &codePages_,
-                    &files_, &compoundFiles_, &userInterface_};
-    }
-    FuzzMachine(const FuzzMachine&) = delete;
-    FuzzMachine& operator=(const FuzzMachine&) = delete;
-
-private:
-    FixedClock clock_{LocalTime{}};
-    IcuLocaleSource localeSource_{"en_US"};
-    IcuTextRules textRules_;
-    IcuCodePages codePages_;
-    PosixFiles files_;
-    GsfCompoundFiles compoundFiles_;
-    SilentUserInterface userInterface_;
-};
-
-const FuzzMachine fuzzMachine;
-
 void defineName(std::u16string_view name, ByteCodeWriter& writer)
 {
     DefinedName record;
@@ -76,14 +44,11 @@ void defineName(std::u16string_view name, ByteCodeWriter& writer)
 }
 
 // A document with something of each kind in its cells, and a name that calls itself.
-void makeDocument()
+void prepareDocument()
 {
-    if (workbook == nullptr)
-        startDocumentCore();
-    else if (stringPool->slotCount() > LeftTextsMax)
-        NewDocument(NewDocumentSheets, FileKindNative);
-    else
+    if (workbook->names.size() != 0 && stringPool->slotCount() <= LeftTextsMax)
         return;
+    NewDocument(NewDocumentSheets, FileKindNative);
     const std::u16string_view inputs[] = {u"1",    u"2.5",    u"text", u"true", u"1/2/2000",
                                           u"=1/0", u"=A1:A2", u"3",    u"2.5"};
     for (int row = 0; const std::u16string_view input : inputs)
@@ -211,9 +176,13 @@ void tryText(std::u16string_view text)
 } // namespace
 } // namespace vorn
 
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    vorn::makeDocument();
-    vorn::tryText(vorn::inputText(data, size));
+    using namespace vorn;
+    static FuzzMachine machine;
+    prepareDocument();
+    tryText(inputText(data, size));
     return 0;
 }
