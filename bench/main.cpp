@@ -3,6 +3,7 @@
 
 #include "core/workbook.h"
 #include "platform/gsf/compoundfiles.h"
+#include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
 #include "platform/headless/userinterface.h"
 #include "platform/icu/codepages.h"
@@ -27,8 +28,9 @@ int main(int argc, char** argv)
     PosixFiles files;
     GsfCompoundFiles compoundFiles(files);
     SilentUserInterface userInterface;
-    platform = {&clock, &localeSource,  &textRules,    &codePages,
-                &files, &compoundFiles, &userInterface};
+    MemoryClipboard clipboard;
+    platform = {&clock, &localeSource,  &textRules,     &codePages,
+                &files, &compoundFiles, &userInterface, &clipboard};
     startDocumentCore();
     benchmark::RunSpecifiedBenchmarks();
     stopDocumentCore();

@@ -2,6 +2,7 @@
 
 #include "cli/scriptuser.h"
 #include "platform/gsf/compoundfiles.h"
+#include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
 #include "platform/icu/codepages.h"
 #include "platform/icu/localesource.h"
@@ -24,6 +25,7 @@ struct Machine::Parts {
     IcuCodePages codePages;
     PosixFiles files;
     GsfCompoundFiles compoundFiles{files};
+    MemoryClipboard clipboard;
 };
 
 Machine::Machine(ScriptUser& user) : user_(user) {}
@@ -56,7 +58,8 @@ bool Machine::install(const MachineOptions& options, std::string& reason)
                 &parts_->codePages,
                 &parts_->files,
                 &parts_->compoundFiles,
-                &user_};
+                &user_,
+                &parts_->clipboard};
     return true;
 }
 

@@ -30,15 +30,23 @@ CLI::App* addCommand(CLI::App& program, const std::string& name, const std::stri
     return command;
 }
 
+// An option that is given says something.
+std::string refuseEmpty(const std::string& value)
+{
+    return value.empty() ? "a value is missing" : std::string();
+}
+
 // The options of all subcommands; they may also stand before the subcommand.
 void addSharedOptions(CLI::App& command, MachineOptions& options)
 {
     command.add_option("--locale", options.locale, "Locale, such as en_US or de_DE")
         ->type_name("NAME");
     command.add_option("--now", options.now, "The time that the clock shows")
-        ->type_name("YYYY-MM-DDThh:mm:ss");
+        ->type_name("YYYY-MM-DDThh:mm:ss")
+        ->check(refuseEmpty);
     command.add_option("--code-page", options.codePage, "The system's code page, such as 1252")
-        ->type_name("N");
+        ->type_name("N")
+        ->check(CLI::PositiveNumber);
     command.add_option("--settings", options.settingsFile, "File of the settings")
         ->type_name("FILE");
     command.set_version_flag("--version", "vorn-cli " VORN_VERSION);
@@ -52,9 +60,11 @@ void addCommands(CLI::App& program, Call& call)
     CLI::App* show = addCommand(program, "show", "Print a sheet of a file");
     show->add_option("FILE", call.show.file, "The file")->required();
     show->add_option("--sheet", call.show.sheet, "Name or number of the sheet")
-        ->type_name("NAME|N");
+        ->type_name("NAME|N")
+        ->check(refuseEmpty);
     show->add_option("--range", call.show.range, "Cells to print; all that are used if left out")
-        ->type_name("REF");
+        ->type_name("REF")
+        ->check(refuseEmpty);
     show->add_option("--as", call.form, "What to print of a cell")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "input", "value"}));

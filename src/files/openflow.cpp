@@ -40,10 +40,10 @@ void refuseFormat(std::u16string_view path)
         raiseError(ErrorFileFormat);
 }
 
-void refuseExcel(std::u16string_view path)
+// A compound file that is missing is refused like one that is none.
+void refuseExcel(std::u16string_view)
 {
-    if (openFile(path) != nullptr)
-        raiseError(ErrorExcelOpen);
+    raiseError(ErrorExcelOpen);
 }
 
 struct DocumentReader {

@@ -23,7 +23,7 @@ enum DocumentKind : int {
 DocumentKind documentKind(std::u16string_view path);
 
 // Characters that a path may have.
-constexpr int PathMax = 259;
+constexpr int PathMax = 260;
 
 // Replaces the document by what the file holds.
 void OpenDocument(std::u16string_view path);

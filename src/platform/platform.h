@@ -4,6 +4,7 @@
 
 namespace vorn {
 
+class Clipboard;
 class Clock;
 class CodePages;
 class CompoundFiles;
@@ -20,6 +21,7 @@ struct Platform {
     Files* files = nullptr;
     CompoundFiles* compoundFiles = nullptr;
     UserInterface* userInterface = nullptr;
+    Clipboard* clipboard = nullptr;
 };
 
 // The installed set.

@@ -7,6 +7,7 @@
 #include "files/openflow.h"
 #include "functions/random.h"
 #include "functions/table.h"
+#include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/platform.h"
 #include "platform/userinterface.h"
@@ -31,6 +32,10 @@ Application::Application() : documentFolder(u"\\C_Drive\\C_MyDocs\\")
     application = this;
     prepareDocumentCore();
     NewDocument(NewDocumentSheets, FileKindNative);
+    // The error is shown when the first message is over.
+    clipboardFormat = platform.clipboard->registerFormat(u"CF_VORN");
+    if (clipboardFormat == 0)
+        raiseError(ErrorInitialization);
     seedRandom(platform.clock->milliseconds());
     usedFunctions.fill(NoFunction);
     for (int row : FirstUsedFunctions)

@@ -34,6 +34,9 @@ public:
     std::u16string documentFolder;
     MoveAfterEnter moveAfterEnter = MoveNowhere;
 
+    // The number of the clipboard format that holds cells as they are; 0 if the machine gave none.
+    unsigned clipboardFormat = 0;
+
     // Rows of the functions that were inserted last, the latest first; NoFunction where there is
     // none.
     std::array<int, UsedFunctionCount> usedFunctions;

@@ -11,6 +11,18 @@ namespace fs = std::filesystem;
 
 constexpr const char* SampleCsv = "1,x\n2,\"y,z\"\n";
 
+TEST(Program, refusesOptionsThatSayNothing)
+{
+    const TempFolder folder;
+    folder.write("a.csv", SampleCsv);
+    for (const char* arguments : {"eval 1+1 --now ''", "eval 1+1 --code-page 0",
+                                  "show a.csv --sheet ''", "show a.csv --range ''"}) {
+        const Outcome outcome = runProgram(folder, arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_EQ(outcome.output, "") << arguments;
+    }
+}
+
 TEST(Program, evaluatesExpressions)
 {
     const TempFolder folder;

@@ -86,7 +86,7 @@ TEST(OpenFlow, leavesANewDocumentAndTheCodeOfTheFailure)
     } cases[] = {
         {"no such text file",      "no.csv",     ErrorFileOpen  },
         {"no such file",           "no.vn",      ErrorFileOpen  },
-        {"no such Excel file",     "no.xls",     ErrorFileOpen  },
+        {"no such Excel file",     "no.xls",     ErrorExcelOpen },
         {"no such folder",         "no/a.csv",   ErrorFileOpen  },
         {"a folder",               "folder.csv", ErrorFileOpen  },
         {"a file within a file",   "a.xls/b",    ErrorFileOpen  },

@@ -35,6 +35,34 @@ TEST(Application, beginsWithANewWorkbook)
     EXPECT_TRUE(machine.userInterface.boxes.empty());
 }
 
+class RefusingClipboard : public Clipboard {
+public:
+    unsigned registerFormat(std::u16string_view) override { return 0; }
+};
+
+TEST(Application, tellsOfAMissingClipboardFormatOnceItCanShowABox)
+{
+    TestPlatform machine;
+    RefusingClipboard refusing;
+    platform.clipboard = &refusing;
+    Application app;
+    EXPECT_EQ(app.clipboardFormat, 0U);
+    EXPECT_TRUE(machine.userInterface.boxes.empty());
+    app.showError();
+    app.showError();
+    ASSERT_EQ(machine.userInterface.boxes.size(), 1U);
+    EXPECT_EQ(machine.userInterface.boxes[0].text, u"Vorn initialization error");
+}
+
+TEST(Application, registersItsClipboardFormat)
+{
+    TestPlatform machine;
+    const Application app;
+    EXPECT_NE(app.clipboardFormat, 0U);
+    EXPECT_EQ(app.clipboardFormat, machine.clipboard.registerFormat(u"CF_VORN"));
+    EXPECT_NE(app.clipboardFormat, machine.clipboard.registerFormat(u"another"));
+}
+
 TEST(Application, leavesNothingBehind)
 {
     const TestPlatform machine;

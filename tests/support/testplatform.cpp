@@ -24,8 +24,8 @@ TestPlatform::TestPlatform(std::string_view locale, std::string_view time)
     : clock_(timeOf(time)), localeSource_(locale), codePages_(Utf8Page), compoundFiles_(files_),
       former_(platform)
 {
-    platform = {&clock_, &localeSource_,  &textRules_,   &codePages_,
-                &files_, &compoundFiles_, &userInterface};
+    platform = {&clock_, &localeSource_,  &textRules_,    &codePages_,
+                &files_, &compoundFiles_, &userInterface, &clipboard};
     clearError();
     loadLocale();
 }

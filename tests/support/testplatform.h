@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/gsf/compoundfiles.h"
+#include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
 #include "platform/headless/userinterface.h"
 #include "platform/icu/codepages.h"
@@ -27,6 +28,7 @@ public:
     TestPlatform& operator=(const TestPlatform&) = delete;
 
     SilentUserInterface userInterface;
+    MemoryClipboard clipboard;
 
 private:
     FixedClock clock_;

@@ -1,0 +1,17 @@
+// The clipboard of the machine, as far as the system uses it.
+#pragma once
+
+#include <string_view>
+
+namespace vorn {
+
+class Clipboard {
+public:
+    virtual ~Clipboard() = default;
+
+    // The number of a format of the system's own, the same for the same name; 0 where the machine
+    // has none to give.
+    virtual unsigned registerFormat(std::u16string_view name) = 0;
+};
+
+} // namespace vorn

@@ -1,0 +1,27 @@
+// A clipboard that lives with the program.
+#pragma once
+
+#include "platform/clipboard.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace vorn {
+
+class MemoryClipboard : public Clipboard {
+public:
+    unsigned registerFormat(std::u16string_view name) override
+    {
+        const auto known = std::find(names_.begin(), names_.end(), name);
+        const auto number = static_cast<unsigned>(known - names_.begin()) + 1;
+        if (known == names_.end())
+            names_.emplace_back(name);
+        return number;
+    }
+
+private:
+    std::vector<std::u16string> names_;
+};
+
+} // namespace vorn
