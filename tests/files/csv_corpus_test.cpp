@@ -117,7 +117,7 @@ std::string typed(std::u16string_view text)
     CellValue value;
     int format = NoFormatSuggestion;
     parseCellInput(value, text, {}, &format);
-    const std::string shown = describe(value);
+    std::string shown = describe(value);
     releaseValue(value);
     return shown;
 }

@@ -154,7 +154,9 @@ TEST(General, agreesWithThePrintingOfC)
             mantissaText.erase(mantissaText.find_last_not_of('0') + 1);
             if (mantissaText.back() == '.')
                 mantissaText.pop_back();
-            expected = mantissaText + 'e' + std::to_string(std::stoi(expected.substr(split + 1)));
+            mantissaText += 'e';
+            mantissaText += std::to_string(std::stoi(expected.substr(split + 1)));
+            expected = mantissaText;
         } else {
             int decimals = 17;
             for (int power = -3; power <= 7; ++power)
@@ -457,7 +459,7 @@ Fitted fitted(const CellValue& value, int format, int maxWidth)
     return result;
 }
 
-const std::u16string filling(100, u'#');
+const std::u16string Filling(100, u'#');
 
 TEST(Fitting, leavesWhatFits)
 {
@@ -474,35 +476,35 @@ TEST(Fitting, takesDecimalsOfGeneralNumbers)
     const struct {
         const char* behaviour;
         double number;
-        int width;
         const char16_t* text;
+        int width;
         bool inFull;
     } cases[] = {
-        {"all that fits",                             3.14159265358979, 84,  u"3.1415927",    true },
-        {"eight decimals at most",                    3.14159265358979, 104, u"3.14159265",   true },
-        {"six count as full",                         3.14159265358979, 74,  u"3.141593",     true },
-        {"five do not",                               3.14159265358979, 64,  u"3.14159",      false},
-        {"two",                                       3.14159265358979, 34,  u"3.14",         false},
-        {"two, with a pixel to spare",                3.14159265358979, 35,  u"3.14",         false},
-        {"one",                                       3.14159265358979, 33,  u"3.1",          false},
-        {"none",                                      3.14159265358979, 23,  u"3",            false},
-        {"not even the whole part",                   3.14159265358979, 9,   u"#",            false},
-        {"a rounding that needs a digit more",        99.99,            43,  u"100",          false},
-        {"zeros at the end go",                       1.5000001,        64,  u"1.5",          false},
-        {"and the point with them",                   2.0000001,        64,  u"2",            false},
-        {"a small number becomes zero",               0.000123456,      64,  u"0.00012",      false},
-        {"or loses everything",                       0.000123456,      44,  u"0",            false},
-        {"below zero without its sign",               -0.000123456,     44,  u"0",            false},
-        {"a sign takes room",                         -3.14159265,      44,  u"-3.14",        false},
-        {"an exponent is given up",                   0.0000123456,     93,  u"0.0000123",    true },
-        {"a large number has no shorter form",        123456789012.0,   104, u"#",            false},
-        {"a large number that fits without decimals", 1.23456789012e11, 125, u"123456789012",
+        {"all that fits",                             3.14159265358979, u"3.1415927",    84,  true },
+        {"eight decimals at most",                    3.14159265358979, u"3.14159265",   104, true },
+        {"six count as full",                         3.14159265358979, u"3.141593",     74,  true },
+        {"five do not",                               3.14159265358979, u"3.14159",      64,  false},
+        {"two",                                       3.14159265358979, u"3.14",         34,  false},
+        {"two, with a pixel to spare",                3.14159265358979, u"3.14",         35,  false},
+        {"one",                                       3.14159265358979, u"3.1",          33,  false},
+        {"none",                                      3.14159265358979, u"3",            23,  false},
+        {"not even the whole part",                   3.14159265358979, u"#",            9,   false},
+        {"a rounding that needs a digit more",        99.99,            u"100",          43,  false},
+        {"zeros at the end go",                       1.5000001,        u"1.5",          64,  false},
+        {"and the point with them",                   2.0000001,        u"2",            64,  false},
+        {"a small number becomes zero",               0.000123456,      u"0.00012",      64,  false},
+        {"or loses everything",                       0.000123456,      u"0",            44,  false},
+        {"below zero without its sign",               -0.000123456,     u"0",            44,  false},
+        {"a sign takes room",                         -3.14159265,      u"-3.14",        44,  false},
+        {"an exponent is given up",                   0.0000123456,     u"0.0000123",    93,  true },
+        {"a large number has no shorter form",        123456789012.0,   u"#",            104, false},
+        {"a large number that fits without decimals", 1.23456789012e11, u"123456789012", 125,
          false                                                                                     },
-        {"room for all but the last digits",          1234.56789012345, 95,  u"1234.56789",   false},
+        {"room for all but the last digits",          1234.56789012345, u"1234.56789",   95,  false},
     };
     for (const auto& c : cases) {
         const Fitted result = fitted(CellValue::makeNumber(c.number), FormatIndexGeneral, c.width);
-        EXPECT_EQ(result.text, *c.text == u'#' ? filling : c.text) << c.behaviour;
+        EXPECT_EQ(result.text, *c.text == u'#' ? Filling : c.text) << c.behaviour;
         EXPECT_EQ(result.inFull, c.inFull) << c.behaviour;
     }
 }
@@ -546,7 +548,7 @@ TEST(Fitting, fillsWhatHasAFormatAndDoesNotFit)
     };
     for (const auto& c : cases) {
         const Fitted result = fitted(c.value, c.format, 45);
-        EXPECT_EQ(result.text, filling) << c.behaviour;
+        EXPECT_EQ(result.text, Filling) << c.behaviour;
         EXPECT_FALSE(result.inFull) << c.behaviour;
     }
 }
@@ -569,8 +571,8 @@ TEST(Fitting, neverTouchesTextsAndLogicals)
 TEST(Fitting, endsForWhatIsNoNumber)
 {
     const TestDocument document;
-    EXPECT_EQ(fitted(CellValue::makeNumber(Infinity), FormatIndexGeneral, 5).text, filling);
-    EXPECT_EQ(fitted(CellValue::makeNumber(NotANumber), FormatIndexGeneral, 5).text, filling);
+    EXPECT_EQ(fitted(CellValue::makeNumber(Infinity), FormatIndexGeneral, 5).text, Filling);
+    EXPECT_EQ(fitted(CellValue::makeNumber(NotANumber), FormatIndexGeneral, 5).text, Filling);
 }
 
 } // namespace

@@ -81,10 +81,10 @@ private:
             return;
         do {
             skipSpace();
-            std::u16string name = readText();
+            value.names.push_back(readText());
             skipSpace();
             expect(u":");
-            value.fields.emplace_back(std::move(name), readValue());
+            value.items.push_back(readValue());
         } while (!failed_ && goesOn());
         expect(u"}");
     }
@@ -122,12 +122,12 @@ private:
 
     char16_t readEscape()
     {
-        constexpr std::u16string_view Letters = u"bfnrt";
-        constexpr std::u16string_view Meanings = u"\b\f\n\r\t";
+        constexpr std::u16string_view letters = u"bfnrt";
+        constexpr std::u16string_view meanings = u"\b\f\n\r\t";
         const char16_t letter = peek();
         ++at_;
-        if (const std::size_t index = Letters.find(letter); index != Letters.npos)
-            return Meanings[index];
+        if (const std::size_t index = letters.find(letter); index != letters.npos)
+            return meanings[index];
         if (letter != u'u')
             return letter;
         const std::u16string_view digits = text_.substr(std::min(at_, text_.size()), 4);
@@ -146,9 +146,9 @@ private:
 const Json& Json::at(std::u16string_view name) const
 {
     static const Json none;
-    for (const auto& field : fields) {
-        if (field.first == name)
-            return field.second;
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        if (names[index] == name)
+            return items[index];
     }
     return none;
 }

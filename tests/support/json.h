@@ -3,7 +3,6 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace vorn {
@@ -11,15 +10,15 @@ namespace vorn {
 struct Json {
     enum Kind { Null, Logical, Number, Text, List, Record };
 
-    // The value of a field of a record; a Null if there is none.
+    // The value of an item of a record; a Null if there is none.
     const Json& at(std::u16string_view name) const;
 
     Kind kind = Null;
     bool logical = false;
     double number = 0;
     std::u16string text;
-    std::vector<Json> items;                             // of a list
-    std::vector<std::pair<std::u16string, Json>> fields; // of a record
+    std::vector<Json> items;           // of a list or a record
+    std::vector<std::u16string> names; // of a record, beside its items
 };
 
 // Null if the text is no JSON.
