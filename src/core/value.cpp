@@ -41,7 +41,7 @@ const char16_t* valueTextPointer(const CellValue& value)
     return stringPool->text(value.textIndex());
 }
 
-void releaseValue(CellValue& value, ChainHandling handling)
+void releaseOwned(const CellValue& value, ChainHandling handling)
 {
     if (value.tag == TagText) {
         stringPool->release(value.textIndex());
@@ -51,7 +51,6 @@ void releaseValue(CellValue& value, ChainHandling handling)
             calcChain.remove(cell);
         deleteFormulaCell(cell);
     }
-    value.tag = TagBlank;
 }
 
 void copyValue(const CellValue& from, CellValue& to)

@@ -136,7 +136,13 @@ const char16_t* valueTextPointer(const CellValue& value);
 
 // Drops what the value owns and makes it blank. A formula goes with its record; it is taken off the
 // calculation chain first if `handling` says so.
-void releaseValue(CellValue& value, ChainHandling handling = RemoveFromChain);
+void releaseOwned(const CellValue& value, ChainHandling handling);
+inline void releaseValue(CellValue& value, ChainHandling handling = RemoveFromChain)
+{
+    if (value.tag == TagText || value.tag == TagFormula)
+        releaseOwned(value, handling);
+    value.tag = TagBlank;
+}
 
 // Copies a value that is not a formula; a text gets one more owner. The old content of `to` is not
 // released.
