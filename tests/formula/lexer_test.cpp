@@ -4,7 +4,6 @@
 #include "core/heap.h"
 #include "core/workbook.h"
 #include "functions/table.h"
-#include "numfmt/locale.h"
 #include "platform/textrules.h"
 #include "support/testplatform.h"
 #include "support/tokentext.h"
@@ -250,53 +249,6 @@ TEST(FormulaLexer, reachesSheetsOnlyAsFarAsAReferenceCan)
     EXPECT_EQ(tokenText(u"Sheet255"), "sheet:254:254 .");
     EXPECT_EQ(tokenText(u"Sheet256"), "!25");
     EXPECT_EQ(tokenText(u"'Sheet1:Sheet256'"), "!25");
-}
-
-TEST(FormulaLexer, readsNumbers)
-{
-    const TestDocument document;
-    expectTokens({
-        {"a whole number",                   u"12",     "12 ."              },
-        {"a fraction",                       u"1.5",    "1.5 ."             },
-        {"a point in front",                 u".5",     "0.5 ."             },
-        {"a point behind",                   u"5.",     "5 ."               },
-        {"an exponent",                      u"1e3",    "1000 ."            },
-        {"a small one",                      u"1E-2",   "0.01 ."            },
-        {"too small to tell from nothing",   u"1e-400", "0 ."               },
-        {"too large",                        u"1e999",  "!3"                },
-        {"an e without digits is a word",    u"1e",     "1 ?e ."            },
-        {"a letter ends the number",         u"2x",     "2 ?x ."            },
-        {"no hexadecimal numbers",           u"0x10",   "0 cell:0009/c017 ."},
-        {"a second point is none",           u"1.2.3",  "1.2 0.3 ."         },
-        {"a lone point",                     u".",      "!2"                },
-        {"two points",                       u"..",     "!2"                },
-        {"a point before a word",            u".a",     "!2"                },
-        {"digits of other scripts are none", u"\u0661", "!2"                },
-    });
-}
-
-TEST(FormulaLexer, readsLongRunsOfDigits)
-{
-    const TestDocument document;
-    EXPECT_EQ(tokenText(u"1" + std::u16string(308, u'0')), "1e+308 .");
-    EXPECT_EQ(tokenText(u"1" + std::u16string(309, u'0')), "!3");
-    EXPECT_EQ(tokenText(std::u16string(100000, u'9')), "!3");
-    EXPECT_EQ(tokenText(u"0." + std::u16string(100000, u'3')), "0.333333333333333 .");
-    EXPECT_EQ(tokenText(std::u16string(100000, u'0') + u"5"), "5 .");
-}
-
-TEST(FormulaLexer, takesTheSeparatorsOfTheLocale)
-{
-    const TestDocument document("de_DE");
-    ASSERT_EQ(localeInfo.decimal, u',');
-    ASSERT_EQ(localeInfo.dateSeparator, u'.');
-    expectTokens({
-        {"the decimal separator",                u"1,5",        "1.5 ."       },
-        {"the list separator",                   u"1;2",        "1 ; 2 ."     },
-        {"a point means nothing in a number",    u"1.5",        "1 !2"        },
-        {"but it separates the parts of a date", u"31.12.1999", "date:36525 ."},
-        {"a point behind a fraction",            u"1,5.2",      "1.5 !2"      },
-    });
 }
 
 TEST(FormulaLexer, readsTexts)

@@ -1,4 +1,4 @@
-// Dates and times as the lexer reads them. The clock of a test stands in March 2001.
+// Numbers, dates and times as the lexer reads them. The clock of a test stands in March 2001.
 #include "formula/lexer.h"
 
 #include "core/error.h"
@@ -25,7 +25,54 @@ void expectTokens(const TokenRow (&rows)[count])
         EXPECT_EQ(tokenText(row.text), row.tokens) << row.behaviour;
 }
 
-TEST(LexerDate, readsDates)
+TEST(LexerNumber, readsNumbers)
+{
+    const TestDocument document;
+    expectTokens({
+        {"a whole number",                   u"12",     "12 ."              },
+        {"a fraction",                       u"1.5",    "1.5 ."             },
+        {"a point in front",                 u".5",     "0.5 ."             },
+        {"a point behind",                   u"5.",     "5 ."               },
+        {"an exponent",                      u"1e3",    "1000 ."            },
+        {"a small one",                      u"1E-2",   "0.01 ."            },
+        {"too small to tell from nothing",   u"1e-400", "0 ."               },
+        {"too large",                        u"1e999",  "!3"                },
+        {"an e without digits is a word",    u"1e",     "1 ?e ."            },
+        {"a letter ends the number",         u"2x",     "2 ?x ."            },
+        {"no hexadecimal numbers",           u"0x10",   "0 cell:0009/c017 ."},
+        {"a second point is none",           u"1.2.3",  "1.2 0.3 ."         },
+        {"a lone point",                     u".",      "!2"                },
+        {"two points",                       u"..",     "!2"                },
+        {"a point before a word",            u".a",     "!2"                },
+        {"digits of other scripts are none", u"\u0661", "!2"                },
+    });
+}
+
+TEST(LexerNumber, readsLongRunsOfDigits)
+{
+    const TestDocument document;
+    EXPECT_EQ(tokenText(u"1" + std::u16string(308, u'0')), "1e+308 .");
+    EXPECT_EQ(tokenText(u"1" + std::u16string(309, u'0')), "!3");
+    EXPECT_EQ(tokenText(std::u16string(100000, u'9')), "!3");
+    EXPECT_EQ(tokenText(u"0." + std::u16string(100000, u'3')), "0.333333333333333 .");
+    EXPECT_EQ(tokenText(std::u16string(100000, u'0') + u"5"), "5 .");
+}
+
+TEST(LexerNumber, takesTheDecimalSeparatorOfTheLocale)
+{
+    const TestDocument document("de_DE");
+    ASSERT_EQ(localeInfo.decimal, u',');
+    ASSERT_EQ(localeInfo.dateSeparator, u'.');
+    expectTokens({
+        {"the decimal separator",                u"1,5",        "1.5 ."       },
+        {"the list separator",                   u"1;2",        "1 ; 2 ."     },
+        {"a point means nothing in a number",    u"1.5",        "1 !2"        },
+        {"but it separates the parts of a date", u"31.12.1999", "date:36525 ."},
+        {"a point behind a fraction",            u"1,5.2",      "1.5 !2"      },
+    });
+}
+
+TEST(LexerNumber, readsDates)
 {
     const TestDocument document;
     expectTokens({
@@ -54,7 +101,7 @@ TEST(LexerDate, readsDates)
     });
 }
 
-TEST(LexerDate, refusesWhatIsNotInTheCalendar)
+TEST(LexerNumber, refusesWhatIsNotInTheCalendar)
 {
     const TestDocument document;
     expectTokens({
@@ -81,7 +128,7 @@ TEST(LexerDate, refusesWhatIsNotInTheCalendar)
     });
 }
 
-TEST(LexerDate, readsTimes)
+TEST(LexerNumber, readsTimes)
 {
     const TestDocument document;
     expectTokens({
@@ -106,7 +153,7 @@ TEST(LexerDate, readsTimes)
     });
 }
 
-TEST(LexerDate, remembersWhatItSaw)
+TEST(LexerNumber, remembersWhatItSaw)
 {
     const TestDocument document;
     const struct {
@@ -135,7 +182,7 @@ TEST(LexerDate, remembersWhatItSaw)
     }
 }
 
-TEST(LexerDate, takesTheOrderOfTheLocale)
+TEST(LexerNumber, takesTheOrderOfTheLocale)
 {
     const TestDocument document;
     localeInfo.dateOrder = DayFirst;
@@ -148,7 +195,7 @@ TEST(LexerDate, takesTheOrderOfTheLocale)
     EXPECT_EQ(tokenText(u"1999/12/31"), "!32");
 }
 
-TEST(LexerDate, takesTheSeparatorsOfTheLocale)
+TEST(LexerNumber, takesTheSeparatorsOfTheLocale)
 {
     const TestDocument document;
     localeInfo.dateSeparator = u'-';
@@ -167,7 +214,7 @@ TEST(LexerDate, takesTheSeparatorsOfTheLocale)
     });
 }
 
-TEST(LexerDate, takesTheDesignatorsOfTheLocale)
+TEST(LexerNumber, takesTheDesignatorsOfTheLocale)
 {
     const TestDocument document;
     localeInfo.am = u"a.m.";
@@ -184,7 +231,7 @@ TEST(LexerDate, takesTheDesignatorsOfTheLocale)
     EXPECT_EQ(tokenText(u"1:30 \u5348\u5f8c"), "date:0.0625 !2");
 }
 
-TEST(LexerDate, takesThePresentYearFromTheClock)
+TEST(LexerNumber, takesThePresentYearFromTheClock)
 {
     const TestDocument document("en_US", "1995-06-01T00:00:00");
     EXPECT_EQ(tokenText(u"1/1/"), "date:34700 .");
