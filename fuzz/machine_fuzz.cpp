@@ -68,7 +68,7 @@ private:
 
 double anyNumber(Choices& choices)
 {
-    constexpr double Numbers[] = {0,    -0.0,    1,     2,     -1,      0.5,   3,       10,
+    constexpr double numbers[] = {0,    -0.0,    1,     2,     -1,      0.5,   3,       10,
                                   -3.7, 1e-9,    100,   36526, 1e15,    4e9,   -4e9,    1e300,
                                   12.5, 1e-300,  60,    0.1,   255,     65536, -657434, 2958465,
                                   7,    1.0 / 3, 1e308, 29,    2.999999};
@@ -76,7 +76,7 @@ double anyNumber(Choices& choices)
     if (choice < 64)
         return choice - 16;
     if (choice < 250)
-        return Numbers[static_cast<std::size_t>(choice) % std::size(Numbers)];
+        return numbers[static_cast<std::size_t>(choice) % std::size(numbers)];
     if (choice == 250)
         return std::numeric_limits<double>::infinity();
     if (choice == 251)
@@ -90,7 +90,7 @@ double anyNumber(Choices& choices)
 // A new text with one owner.
 std::int32_t anyText(Choices& choices)
 {
-    constexpr const char16_t* Texts[] = {
+    constexpr const char16_t* texts[] = {
         u"",       u"abc",
         u"ABC",    u"5",
         u"-2.5",   u"true",
@@ -104,7 +104,7 @@ std::int32_t anyText(Choices& choices)
     const int choice = choices.byte();
     if (choice == 255)
         return -1;
-    return stringPool->addText(Texts[static_cast<std::size_t>(choice) % std::size(Texts)]);
+    return stringPool->addText(texts[static_cast<std::size_t>(choice) % std::size(texts)]);
 }
 
 // Most often near the document's cells; now and then anything that 16 bits can hold, but for the
@@ -385,11 +385,11 @@ private:
 
     void emitOperator()
     {
-        constexpr OpCode Operators[] = {OpAdd,     OpSubtract,     OpMultiply, OpDivide,
+        constexpr OpCode operators[] = {OpAdd,     OpSubtract,     OpMultiply, OpDivide,
                                         OpPower,   OpConcat,       OpEqual,    OpLess,
                                         OpGreater, OpGreaterEqual, OpNotEqual, OpLessEqual,
                                         OpNegate,  OpPercent,      OpParen,    OpUnaryPlus};
-        const OpCode opcode = Operators[choices_.below(static_cast<int>(std::size(Operators)))];
+        const OpCode opcode = operators[choices_.below(static_cast<int>(std::size(operators)))];
         const bool isUnary =
             opcode == OpNegate || opcode == OpPercent || opcode == OpParen || opcode == OpUnaryPlus;
         emitPlain(opcode);
