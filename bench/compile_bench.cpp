@@ -29,16 +29,10 @@ std::int32_t compile(std::u16string_view text)
     return writer.finishInPool();
 }
 
-void release(std::int32_t formula)
-{
-    releaseByteCodeReferences(formulaPool->code(formula));
-    formulaPool->release(formula);
-}
-
 void compileFormulas(benchmark::State& state, std::u16string_view text)
 {
     for (auto unused : state)
-        release(compile(text));
+        formulaPool->release(compile(text));
     if (errorStands())
         state.SkipWithError("the formula does not compile");
     state.SetItemsProcessed(state.iterations());
@@ -53,7 +47,7 @@ void printFormulas(benchmark::State& state, std::u16string_view text)
     const std::int32_t formula = compile(text);
     for (auto unused : state)
         benchmark::DoNotOptimize(printCode(formulaPool->code(formula), Base));
-    release(formula);
+    formulaPool->release(formula);
     if (errorStands())
         state.SkipWithError("the formula cannot be printed");
     state.SetItemsProcessed(state.iterations());
