@@ -8,7 +8,7 @@ namespace {
 // Where each field lies.
 constexpr struct {
     std::uint8_t word, shift, bits;
-} places[StyleFieldCount] = {
+} FieldPlaces[StyleFieldCount] = {
     {0, 0, 3 }, // StyleTopLine
     {0, 3, 3 }, // StyleLeftLine
     {0, 6, 3 }, // StyleRightLine
@@ -31,20 +31,20 @@ constexpr struct {
 
 unsigned fieldMask(StyleField field)
 {
-    return (1U << places[field].bits) - 1;
+    return (1U << FieldPlaces[field].bits) - 1;
 }
 
 } // namespace
 
 int CellStyle::get(StyleField field) const
 {
-    const auto& place = places[field];
+    const auto& place = FieldPlaces[field];
     return static_cast<int>((words[place.word] >> place.shift) & fieldMask(field));
 }
 
 void CellStyle::set(StyleField field, int value)
 {
-    const auto& place = places[field];
+    const auto& place = FieldPlaces[field];
     const unsigned mask = fieldMask(field);
     const unsigned cleared = words[place.word] & ~(mask << place.shift);
     words[place.word] = static_cast<std::uint16_t>(

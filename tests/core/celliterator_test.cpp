@@ -7,10 +7,8 @@
 #include "support/rawcells.h"
 #include "support/testplatform.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
 namespace vorn {
 namespace {
@@ -206,6 +204,35 @@ TEST_F(CellIteratorTest, bearsARowThatGrowsUnderIt)
     EXPECT_EQ(cells, 2 + 56);
 }
 
+// What a walk over a small sheet must meet, found by a look at every place.
+std::string everyPlace(const Sheet& sheet, const RangeRef& range, CellIterator::Order order,
+                       bool (Sheet::*isThere)(int, int) const)
+{
+    constexpr int side = 14;
+    std::string text;
+    for (int place = 0; place < side * side; ++place) {
+        const bool byRows = order == CellIterator::ByRows;
+        const int column = byRows ? place % side : place / side;
+        const int row = byRows ? place / side : place % side;
+        if (range.contains(column, row) && (sheet.*isThere)(column, row))
+            text += "0:" + std::to_string(column) + "," + std::to_string(row) + " ";
+    }
+    return text;
+}
+
+// The places of a walk in reverse.
+std::string reversed(const std::string& places)
+{
+    std::string text;
+    for (std::size_t end = places.size(); end > 0;) {
+        const std::size_t blank = end >= 2 ? places.rfind(' ', end - 2) : std::string::npos;
+        const std::size_t begin = blank == std::string::npos ? 0 : blank + 1;
+        text += places.substr(begin, end - begin);
+        end = begin;
+    }
+    return text;
+}
+
 TEST_F(CellIteratorTest, isTheSameAsALoopOverAllCells)
 {
     Dice dice(1604);
@@ -215,36 +242,20 @@ TEST_F(CellIteratorTest, isTheSameAsALoopOverAllCells)
         for (int count = dice.below(40); count > 0; --count)
             sheet.setCell(dice.below(12), dice.below(12),
                           dice.oneIn(3) ? blankCell(dice.below(3) - 1) : numberCell(1));
-        const RangeRef range{
-            static_cast<std::uint16_t>(dice.below(8)), static_cast<std::uint16_t>(dice.below(8)),
-            static_cast<std::uint16_t>(dice.below(14)), static_cast<std::uint16_t>(dice.below(14))};
-        std::string byRows;
-        std::string byColumns;
-        std::vector<std::string> present;
-        for (int a = 0; a < 14; ++a) {
-            for (int b = 0; b < 14; ++b) {
-                if (range.contains(b, a) && sheet.isOccupied(b, a))
-                    byRows += "0:" + std::to_string(b) + "," + std::to_string(a) + " ";
-                if (range.contains(a, b) && sheet.isOccupied(a, b))
-                    byColumns += "0:" + std::to_string(a) + "," + std::to_string(b) + " ";
-                if (range.contains(b, a) && sheet.isPresent(b, a))
-                    present.push_back("0:" + std::to_string(b) + "," + std::to_string(a) + " ");
-            }
-        }
+        RangeRef range;
+        range.set(dice.below(8), dice.below(8), dice.below(7), dice.below(7));
         iterator.start(sheet, range);
-        ASSERT_EQ(walked(iterator, &CellIterator::nextOccupiedCell), byRows);
+        ASSERT_EQ(walked(iterator, &CellIterator::nextOccupiedCell),
+                  everyPlace(sheet, range, CellIterator::ByRows, &Sheet::isOccupied));
         iterator.start(sheet, range, CellIterator::ByColumns);
-        ASSERT_EQ(walked(iterator, &CellIterator::nextOccupiedCell), byColumns);
-        std::string forward;
-        for (const std::string& place : present)
-            forward += place;
+        ASSERT_EQ(walked(iterator, &CellIterator::nextOccupiedCell),
+                  everyPlace(sheet, range, CellIterator::ByColumns, &Sheet::isOccupied));
+        const std::string present =
+            everyPlace(sheet, range, CellIterator::ByRows, &Sheet::isPresent);
         iterator.start(sheet, range);
-        ASSERT_EQ(walked(iterator, &CellIterator::nextPresentCell), forward);
-        std::string backward;
-        std::for_each(present.rbegin(), present.rend(),
-                      [&backward](const std::string& place) { backward += place; });
+        ASSERT_EQ(walked(iterator, &CellIterator::nextPresentCell), present);
         iterator.startBackward(sheet, range);
-        ASSERT_EQ(walked(iterator, &CellIterator::previousPresentCell), backward);
+        ASSERT_EQ(walked(iterator, &CellIterator::previousPresentCell), reversed(present));
     }
 }
 

@@ -15,6 +15,7 @@
 #include <numeric>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace vorn {
@@ -476,7 +477,11 @@ public:
 private:
     struct Place {
         int sheet, row, column;
-        auto operator<=>(const Place&) const = default;
+
+        bool operator<(const Place& other) const
+        {
+            return std::tie(sheet, row, column) < std::tie(other.sheet, other.row, other.column);
+        }
     };
     static Place placeOf(const FormulaCell& cell) { return {cell.sheet, cell.row, cell.column}; }
 
@@ -681,6 +686,7 @@ TEST_F(Chain, readsAnyNumberOfReferences)
     for (int count : {0, 1, 2, 63, 64, 65, 1000}) {
         NewDocument(1, FileKindNative);
         std::vector<CellRef> reads;
+        reads.reserve(static_cast<std::size_t>(count));
         for (int row = 0; row < count; ++row)
             reads.push_back({static_cast<std::uint16_t>(row), 1});
         FormulaCell* reader = enterReading(0, 0, reads);
@@ -696,10 +702,10 @@ TEST_F(Chain, readsAnyNumberOfReferences)
 // search of the chain for each reference this would take days.
 TEST_F(Chain, isSortedInLongChainsEnteredInAnyOrder)
 {
-    constexpr int Count = 100000;
+    constexpr int count = 100000;
     for (const int way : {0, 1, 2}) {
         NewDocument(1, FileKindNative);
-        std::vector<int> entered(Count);
+        std::vector<int> entered(count);
         std::iota(entered.begin(), entered.end(), 0);
         if (way == 1)
             std::reverse(entered.begin(), entered.end());
@@ -718,7 +724,7 @@ TEST_F(Chain, isSortedInLongChainsEnteredInAnyOrder)
             ASSERT_EQ(cell->column * RowCount + cell->row, expected) << way;
             ++expected;
         }
-        EXPECT_EQ(expected, Count);
+        EXPECT_EQ(expected, count);
         EXPECT_FALSE(calcChain.cycleFound());
     }
 }

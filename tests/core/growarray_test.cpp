@@ -58,22 +58,22 @@ TEST_F(GrowArrayTest, growsByItsRule)
     const struct {
         const char* behaviour;
         std::int32_t growBy;
-        std::vector<std::int32_t> sizes;
         std::int32_t capacity;
+        std::vector<std::int32_t> sizes;
     } cases[] = {
-        {"the first allocation is exact",                0,   {201},          201  },
-        {"also with a step of its owner",                100, {3},            3    },
-        {"one more takes the least step",                0,   {1, 2},         5    },
-        {"a size within what is there takes none",       0,   {1, 2, 5},      5    },
-        {"the step is added to what is there",           0,   {1, 2, 6},      9    },
-        {"and counts by the size, not by what is there", 0,   {80, 40, 81},   85   },
-        {"an eighth of a long table",                    0,   {800, 801},     900  },
-        {"at most 1,024",                                0,   {20000, 20001}, 21024},
-        {"a wish beyond the step is met exactly",        0,   {10, 500},      500  },
-        {"the owner's step",                             7,   {1, 2},         8    },
-        {"shrinking keeps the memory",                   0,   {100, 1},       100  },
-        {"but nothing frees it",                         0,   {100, 0},       0    },
-        {"and after that the first is exact again",      0,   {100, 0, 3},    3    },
+        {"the first allocation is exact",                0,   201,   {201}         },
+        {"also with a step of its owner",                100, 3,     {3}           },
+        {"one more takes the least step",                0,   5,     {1, 2}        },
+        {"a size within what is there takes none",       0,   5,     {1, 2, 5}     },
+        {"the step is added to what is there",           0,   9,     {1, 2, 6}     },
+        {"and counts by the size, not by what is there", 0,   85,    {80, 40, 81}  },
+        {"an eighth of a long table",                    0,   900,   {800, 801}    },
+        {"at most 1,024",                                0,   21024, {20000, 20001}},
+        {"a wish beyond the step is met exactly",        0,   500,   {10, 500}     },
+        {"the owner's step",                             7,   8,     {1, 2}        },
+        {"shrinking keeps the memory",                   0,   100,   {100, 1}      },
+        {"but nothing frees it",                         0,   0,     {100, 0}      },
+        {"and after that the first is exact again",      0,   3,     {100, 0, 3}   },
     };
     for (const auto& c : cases) {
         GrowArray<Item> table(c.growBy);
@@ -151,23 +151,23 @@ TEST_F(GrowArrayTest, closesTheGapOfARemovedElement)
 TEST_F(GrowArrayTest, keepsWhatItHadWhenAnyOneGrowthIsRefused)
 {
     // Twenty appends grow at 0, 1, 5, 9, 13 and 17.
-    constexpr int Growths = 6;
-    constexpr int Items = 20;
-    for (int refused = 1; refused <= Growths + 1; ++refused) {
+    constexpr int growths = 6;
+    constexpr int items = 20;
+    for (int refused = 1; refused <= growths + 1; ++refused) {
         AllocationWatch watch(refused);
         {
             GrowArray<Item> table;
             int appended = 0;
-            while (appended < Items && table.append({appended}))
+            while (appended < items && table.append({appended}))
                 ++appended;
-            EXPECT_EQ(watch.refused(), refused <= Growths);
-            EXPECT_EQ(errorState.code, refused <= Growths ? ErrorMemory : ErrorNone);
+            EXPECT_EQ(watch.refused(), refused <= growths);
+            EXPECT_EQ(errorState.code, refused <= growths ? ErrorMemory : ErrorNone);
             EXPECT_EQ(table.size(), appended);
-            EXPECT_EQ(appended, refused == 1 ? 0 : refused <= Growths ? 4 * refused - 7 : Items);
+            EXPECT_EQ(appended, refused == 1 ? 0 : refused <= growths ? 4 * refused - 7 : items);
             for (int index = 0; index < appended; ++index)
                 EXPECT_EQ(table[index].number, index);
             const std::int32_t capacity = table.capacity();
-            EXPECT_EQ(capacity, refused <= Growths ? appended : 21);
+            EXPECT_EQ(capacity, refused <= growths ? appended : 21);
 
             // The refusal of one leaves the table fit for the next.
             clearError();
