@@ -24,9 +24,9 @@ std::string_view answerName(BoxAnswer answer)
 } // namespace
 
 BoxAnswer ScriptUser::messageBox(std::u16string_view caption, std::u16string_view text,
-                                 BoxButtons buttons)
+                                 BoxButtons buttons, BoxIcon icon)
 {
-    const BoxAnswer answer = SilentUserInterface::messageBox(caption, text, buttons);
+    const BoxAnswer answer = SilentUserInterface::messageBox(caption, text, buttons, icon);
     out_ << "box ";
     out_.quoted(caption);
     out_ << " ";

@@ -11,8 +11,8 @@ class ScriptUser : public SilentUserInterface {
 public:
     explicit ScriptUser(Output& out) : out_(out) {}
 
-    BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text,
-                         BoxButtons buttons) override;
+    BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text, BoxButtons buttons,
+                         BoxIcon icon = BoxIcon::None) override;
 
 private:
     Output& out_;

@@ -10,6 +10,7 @@
 #pragma once
 
 #include "core/columns.h"
+#include "core/filter.h"
 #include "core/formulacell.h"
 #include "core/growarray.h"
 #include "core/value.h"
@@ -81,6 +82,7 @@ public:
     bool showTitles = true;
     bool showZeros = true;
     Selection selection;
+    SheetFilter filter;
 
     std::u16string_view name() const { return name_; }
 

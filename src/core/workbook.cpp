@@ -74,6 +74,10 @@ Workbook::Workbook() : codePage(platform.codePages->systemPage())
 
 Workbook::~Workbook()
 {
+    for (Task& task : tasks) {
+        heapFree(task.name);
+        heapFree(task.text);
+    }
     for (TaskVariable& variable : variables) {
         heapFree(variable.name);
         releaseValue(variable.value);
@@ -110,6 +114,19 @@ std::u16string Workbook::defaultSheetName()
 {
     const std::string digits = std::to_string(nextSheetNumber++);
     return u"Sheet" + std::u16string(digits.begin(), digits.end());
+}
+
+Task* Workbook::addTask(char16_t* name, char16_t* text)
+{
+    Task task;
+    task.name = name;
+    task.text = text;
+    return tasks.append(task) ? &tasks[tasks.size() - 1] : nullptr;
+}
+
+bool Workbook::anyLocalTask() const
+{
+    return std::any_of(tasks.begin(), tasks.end(), [](const Task& task) { return !task.global; });
 }
 
 Sheet* Workbook::addSheet(std::u16string_view name)

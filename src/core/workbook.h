@@ -40,6 +40,18 @@ struct TaskVariable {
     CellValue value;
 };
 
+// A macro of the user. The strings are in the private heap and belong to the record; null is the
+// empty text.
+struct Task {
+    char16_t* name = nullptr;
+    char16_t* text = nullptr;
+    std::int32_t onTap = 0; // runs when a cell of the area is tapped
+    // A sheet range as byte code has it, with the sheets as they were typed.
+    CellValue onTapArea;
+    std::int32_t addToMenu = 0;
+    std::int32_t global = 0; // kept with the settings, and not with the document
+};
+
 class Workbook {
 public:
     Workbook();
@@ -50,6 +62,7 @@ public:
     int codePage; // of text files and Excel files
     bool protectedWorkbook = false;
     GrowArray<DefinedName> names;
+    GrowArray<Task> tasks;
     GrowArray<TaskVariable> variables;
     int currentTask = -1;
     std::u16string path; // empty until saved or opened
@@ -93,6 +106,11 @@ public:
     {
         return index >= 0 && index < sheets.size() ? sheets[index] : nullptr;
     }
+
+    // Appends a task with its flags clear and no area; it takes over both strings. Null, with
+    // ErrorMemory and the strings left to the caller, if memory is short.
+    Task* addTask(char16_t* name, char16_t* text);
+    bool anyLocalTask() const;
 
     // "Sheet4" and so on; numbers are never given twice.
     std::u16string defaultSheetName();

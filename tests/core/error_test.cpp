@@ -13,8 +13,8 @@ namespace {
 // Notes what is shown, and the sticky code while it is shown.
 class BoxRecorder : public UserInterface {
 public:
-    BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text,
-                         BoxButtons buttons) override
+    BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text, BoxButtons buttons,
+                         BoxIcon icon) override
     {
         captions.emplace_back(caption);
         texts.emplace_back(text);
@@ -23,6 +23,9 @@ public:
         raiseError(raiseWhileOpen);
         return BoxAnswer::Ok;
     }
+    bool askFile(FileQuestion&) override { return false; }
+    void runDialog(DialogModel&) override {}
+    void noteDocument(std::u16string_view) override {}
     void setTitle(std::u16string_view) override {}
     void showWaitCursor(bool) override {}
 

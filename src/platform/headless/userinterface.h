@@ -20,14 +20,24 @@ public:
 
     // A box that only tells takes no answer from the queue. A question that finds the queue empty
     // is cancelled where that can be, and else denied.
-    BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text,
-                         BoxButtons buttons) override;
+    BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text, BoxButtons buttons,
+                         BoxIcon icon = BoxIcon::None) override;
+
+    // The next of `files` is the answer, an empty path for Cancel; none is Cancel.
+    bool askFile(FileQuestion& question) override;
+
+    // Nobody is there to answer: the dialog is cancelled.
+    void runDialog(DialogModel&) override {}
+    void noteDocument(std::u16string_view path) override { documents.emplace_back(path); }
     void setTitle(std::u16string_view newTitle) override { title = newTitle; }
     void showWaitCursor(bool wait) override { waitDepth += wait ? 1 : -1; }
 
     std::vector<Box> boxes;
     std::deque<BoxAnswer> answers;
-    std::u16string title = u"Vorn"; // what the main window is created with
+    std::deque<std::u16string> files;
+    std::vector<FileQuestion> fileQuestions; // as they were asked
+    std::vector<std::u16string> documents;   // that the machine was told of
+    std::u16string title = u"Vorn";          // what the main window is created with
     int waitDepth = 0;
 };
 

@@ -1,0 +1,76 @@
+// Undo and redo. An editing command changes nothing itself: it writes two programs for the machine,
+// one that does the edit and one that takes it back, and hands both to addUndoStep, which runs the
+// first. So doing, undoing and doing again take one road through the same code.
+//
+// A program is a block of byte code in the private heap (formula/bytecode.h). What it is made of
+// are calls of the steps 128 to 156 of the function table (editing/actions.h). It is written with a
+// ByteCodeWriter.
+//
+// Shape:  one list, of ten steps at most. The first `position` steps are in effect; the next one is
+//         what redo repeats.
+// Errors: ErrorMemory, sticky; an edit whose programs found no room is dropped and the document
+//         stays as it was. A forward program that fails leaves its step in the list all the same.
+#pragma once
+
+#include "core/growarray.h"
+#include "core/reference.h"
+#include "core/value.h"
+#include "formula/bytecode.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace vorn {
+
+constexpr int UndoStepMax = 10;
+
+struct UndoStep {
+    std::uint8_t* forward = nullptr;  // private heap
+    std::uint8_t* backward = nullptr; // private heap
+    char16_t* label = nullptr;        // private heap
+};
+
+struct UndoList {
+    GrowArray<UndoStep> steps; // the oldest first
+    int position = 0;          // steps in effect
+};
+
+extern UndoList undoList;
+
+// Takes both programs over. Drops the steps that were undone, appends this one, lets the oldest go
+// if there are more than ten, runs `forward` if `run` says so, and marks the workbook modified. A
+// null program drops the edit.
+void addUndoStep(std::uint8_t* forward, std::uint8_t* backward, std::u16string_view label,
+                 bool run = true);
+
+// The same for edits that move references: what the maintenance of references writes into
+// `recorder` while `forward` runs belongs to the backward program, which is then closed with a
+// recalculation.
+void addRecordedStep(std::uint8_t* forward, ByteCodeWriter& recorder, std::u16string_view label);
+
+// Where the maintenance of references writes what takes it back; null but during such a step.
+extern ByteCodeWriter* undoRecorder;
+
+void undo();
+void redo();
+
+// Lets every step go.
+void clearUndo();
+
+// The label of the step that undo, or redo, would run; empty if there is none.
+std::u16string_view undoLabel();
+std::u16string_view redoLabel();
+
+// Writes code that makes the current sheet the current one again and selects `range`, or the
+// sheet's selection for null.
+void emitSelectRange(ByteCodeWriter& program, const RangeRef* range = nullptr);
+
+// Writes code that restores all that the selection of the current sheet holds: cells with their
+// styles, attributes of rows, and of columns if they are selected whole. It costs what is there,
+// not what is selected.
+void emitSnapshot(ByteCodeWriter& program);
+
+// Writes code that stores a cell. The program takes over what `value` owns.
+void emitSetCell(ByteCodeWriter& program, int column, int row, int style, const CellValue& value);
+
+} // namespace vorn
