@@ -14,7 +14,7 @@ namespace {
 class BoxRecorder : public UserInterface {
 public:
     BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text, BoxButtons buttons,
-                         BoxIcon icon) override
+                         BoxIcon) override
     {
         captions.emplace_back(caption);
         texts.emplace_back(text);
