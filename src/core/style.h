@@ -18,6 +18,9 @@
 
 namespace vorn {
 
+// The number of a style, a font or a number format outside of a save.
+constexpr std::uint16_t NoFileIndex = 65535;
+
 enum StyleField {
     StyleTopLine,
     StyleLeftLine,
@@ -61,7 +64,7 @@ struct CellStyle {
     static constexpr int WordCount = 8;
 
     std::uint16_t words[WordCount] = {};
-    std::uint16_t fileIndex = 0;
+    std::uint16_t fileIndex = NoFileIndex;
 
     int get(StyleField field) const;
     void set(StyleField field, int value);
@@ -98,7 +101,7 @@ struct FontRecord {
     std::uint8_t charset = 1;
     char16_t name[FontNameMax] = {};
     std::uint8_t nameLength = 0;
-    std::uint16_t fileIndex = 0;
+    std::uint16_t fileIndex = NoFileIndex;
 
     std::u16string_view face() const { return {name, nameLength}; }
     void setFace(std::u16string_view face);

@@ -261,14 +261,23 @@ bool MemoryStream::reach(std::uint32_t size)
 {
     if (size <= capacity_)
         return true;
-    const std::uint64_t shortfall = size - capacity_;
-    const std::uint64_t wanted = capacity_ + (shortfall + GrowStep - 1) / GrowStep * GrowStep;
-    void* grown = wanted > UINT32_MAX ? nullptr : blockResizer(owned_, wanted);
+    const auto inSteps = [](std::uint64_t bytes) {
+        return (bytes + GrowStep - 1) / GrowStep * GrowStep;
+    };
+    const std::uint64_t least = capacity_ + inSteps(size - capacity_);
+    const std::uint64_t ample =
+        growth_ == GrowsByHalf ? capacity_ + inSteps(capacity_ / 2) : std::uint64_t{0};
+    return (ample > least && growTo(ample)) || growTo(least);
+}
+
+bool MemoryStream::growTo(std::uint64_t capacity)
+{
+    void* grown = capacity > UINT32_MAX ? nullptr : blockResizer(owned_, capacity);
     if (grown == nullptr)
         return false;
     owned_ = static_cast<std::uint8_t*>(grown);
     bytes_ = owned_;
-    capacity_ = static_cast<std::uint32_t>(wanted);
+    capacity_ = static_cast<std::uint32_t>(capacity);
     return true;
 }
 

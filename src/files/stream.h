@@ -152,14 +152,20 @@ private:
     std::uint64_t place_ = 0; // of the next byte in the file
 };
 
-// A stream over a growing block of memory, for the clipboard.
+// A stream over a growing block of memory: for the clipboard, and for a document that is put
+// together before its file is opened.
 //
 // Errors: ErrorMemory if the block cannot grow. From then on nothing is written any more, since
 //         bytes would be missing in between. Reading past the end gives fewer bytes and raises
 //         nothing.
 class MemoryStream : public Stream {
 public:
-    MemoryStream() = default;
+    // How a full block grows: to what is needed, in steps of 1,024 bytes, which leaves little
+    // unused in a block that is handed over; or at least by half, so that a long stream is seldom
+    // moved.
+    enum Growth { GrowsInSteps, GrowsByHalf };
+
+    explicit MemoryStream(Growth growth = GrowsInSteps) : growth_(growth) {}
 
     // Reads a block that belongs to somebody else.
     MemoryStream(const void* bytes, std::uint32_t size);
@@ -182,7 +188,9 @@ private:
     static constexpr std::uint32_t GrowStep = 1024;
 
     bool reach(std::uint32_t size);
+    bool growTo(std::uint64_t capacity);
 
+    Growth growth_ = GrowsInSteps;
     const std::uint8_t* bytes_ = nullptr;
     std::uint8_t* owned_ = nullptr; // null for a block of somebody else
     std::uint32_t capacity_ = 0;

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "core/growarray.h"
+#include "core/style.h"
 
 #include <cstdint>
 #include <string_view>
@@ -47,7 +48,7 @@ struct NumberFormat {
     char16_t* timePattern = nullptr;
 
     // The number of the format in the file being written.
-    std::uint16_t fileIndex = 0;
+    std::uint16_t fileIndex = NoFileIndex;
 };
 
 // The text of an affix or a pattern; empty for null.

@@ -51,6 +51,29 @@ TEST(Bytes, areLittleEndian)
     EXPECT_EQ(get16(bytes), 0xffff);
 }
 
+TEST(Bytes, areLittleEndianInEachWidth)
+{
+    std::uint8_t bytes[8];
+    put32(bytes, 0x89abcdef);
+    EXPECT_EQ(std::string(bytes, bytes + 4), "\xef\xcd\xab\x89");
+    EXPECT_EQ(get32(bytes), 0x89abcdefu);
+    put64(bytes, 0x0123456789abcdef);
+    EXPECT_EQ(std::string(bytes, bytes + 8), "\xef\xcd\xab\x89\x67\x45\x23\x01");
+    EXPECT_EQ(get64(bytes), 0x0123456789abcdefu);
+    putDouble(bytes, -2.5);
+    EXPECT_EQ(std::string(bytes, bytes + 8), "\0\0\0\0\0\0\x04\xc0"s);
+    EXPECT_EQ(getDouble(bytes), -2.5);
+}
+
+TEST(Bytes, ofATextAreItsUnits)
+{
+    std::uint8_t bytes[5] = {9, 9, 9, 9, 9};
+    putText(bytes, u"a\u20ac");
+    EXPECT_EQ(std::string(bytes, bytes + 5), "a\0\xac\x20\x09"s);
+    putText(bytes, {});
+    EXPECT_EQ(bytes[0], 'a');
+}
+
 // --- RecordBuffer
 
 TEST(RecordBuffer, isZeroForEachRecord)
@@ -354,6 +377,39 @@ TEST_F(StreamTest, growsMemoryBySteps)
     writeText(stream, std::string(5000, 'd'));
     EXPECT_EQ(stream.capacity(), 6144u) << "as many steps as it takes";
     EXPECT_EQ(stream.end(), 6025u);
+}
+
+TEST_F(StreamTest, growsMemoryByHalfForALongStream)
+{
+    MemoryStream stream(MemoryStream::GrowsByHalf);
+    writeText(stream, "a");
+    EXPECT_EQ(stream.capacity(), 1024u);
+    writeText(stream, std::string(10239, 'b'));
+    EXPECT_EQ(stream.capacity(), 10240u) << "what is needed is more than a half";
+    writeText(stream, "c");
+    EXPECT_EQ(stream.capacity(), 15360u);
+    EXPECT_EQ(stream.end(), 10241u);
+    EXPECT_EQ(stream.data()[0], 'a');
+    EXPECT_EQ(stream.data()[10240], 'c');
+}
+
+void* refuseMoreThan12K(void* block, std::size_t bytes)
+{
+    return bytes > 12288 ? nullptr : resizeBlock(block, bytes);
+}
+
+TEST_F(StreamTest, growsMemoryByLessWhereAHalfIsRefused)
+{
+    MemoryStream stream(MemoryStream::GrowsByHalf);
+    writeText(stream, std::string(10240, 'b'));
+    blockResizer = refuseMoreThan12K;
+    writeText(stream, "c");
+    EXPECT_EQ(stream.capacity(), 11264u);
+    EXPECT_EQ(takeError(), ErrorNone);
+    writeText(stream, std::string(2000, 'd'));
+    blockResizer = resizeBlock;
+    EXPECT_EQ(takeError(), ErrorMemory);
+    EXPECT_EQ(stream.end(), 10241u);
 }
 
 TEST_F(StreamTest, keepsTheHighestPlaceAsTheEndOfMemory)
