@@ -64,4 +64,16 @@ inline void putText(std::uint8_t* bytes, std::u16string_view text)
     }
 }
 
+// The reverse: `count` units of the text at `bytes`.
+inline void getText(char16_t* text, const std::uint8_t* bytes, std::size_t count)
+{
+    if constexpr (std::endian::native == std::endian::little) {
+        if (count != 0)
+            std::memcpy(text, bytes, count * sizeof(char16_t));
+    } else {
+        for (std::size_t index = 0; index < count; ++index)
+            text[index] = get16(bytes + 2 * index);
+    }
+}
+
 } // namespace vorn
