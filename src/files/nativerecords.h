@@ -50,9 +50,13 @@ constexpr std::uint16_t NativeVersion = 3;
 constexpr std::uint16_t UsualPayloadMax = 4096;
 constexpr std::uint32_t PayloadMax = 65535;
 
+constexpr std::uint32_t RecordHeadBytes = 4; // the type and the count
 constexpr std::uint32_t FontRecordBytes = 77;
 constexpr std::uint32_t StyleRecordBytes = 16;
 constexpr std::uint32_t RowHeadBytes = 12;
+
+// The longest cell of a row: tag, style, a float and the number of a formula.
+constexpr std::uint32_t CellBytesMax = 15;
 
 // The tag byte of a cell in a row.
 constexpr std::uint8_t CellHole = 12;          // no cell at this column
@@ -62,6 +66,14 @@ constexpr std::uint8_t CellFormulaMark = 0x80; // the result of a formula, whose
 constexpr std::uint8_t NoCellPayload = 255;
 constexpr std::uint8_t CellPayloadSizes[14] = {0,   1,   1,   4,   8,   255, 255,
                                                255, 255, 255, 255, 255, 255, 8};
+
+// Bits of a row's flag word that only stand in files.
+constexpr std::uint16_t FiledRowStyleFlag = 1 << 7; // the row has a style
+constexpr std::uint16_t FiledRowFlag = 1 << 8;      // always set
+
+// The first byte of the record of the active sheet; the bytes around the index mean nothing.
+constexpr std::uint8_t ActiveSheetMark = 11;
+constexpr std::uint32_t ActiveSheetBytes = 12;
 
 // Decimals byte of a number format record that says something else.
 constexpr std::uint8_t DecimalsOfText = 254;
