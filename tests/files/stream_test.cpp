@@ -406,7 +406,7 @@ TEST_F(StreamTest, growsMemoryByLessWhereAHalfIsRefused)
     writeText(stream, "c");
     EXPECT_EQ(stream.capacity(), 11264u);
     EXPECT_EQ(takeError(), ErrorNone);
-    writeText(stream, std::string(2000, 'd'));
+    writeText(stream, std::string(3000, 'd'));
     blockResizer = resizeBlock;
     EXPECT_EQ(takeError(), ErrorMemory);
     EXPECT_EQ(stream.end(), 10241u);
