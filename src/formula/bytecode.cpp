@@ -1,6 +1,7 @@
 #include "formula/bytecode.h"
 
 #include "core/error.h"
+#include "core/formulacell.h"
 #include "core/heap.h"
 #include "core/memory.h"
 #include "core/pool.h"
@@ -12,7 +13,8 @@
 namespace vorn {
 namespace {
 
-// What a buffer grows by: nearly every formula fits into its first room.
+// The least that a buffer grows by: nearly every formula fits into its first room. An undo program
+// can be a million times as long, and grows by half of what it has.
 constexpr std::uint32_t GrowBytes = 2048;
 
 // The count of a block, which stands in front of its instructions.
@@ -28,20 +30,48 @@ constexpr OperandSizes makeOperandSizes()
     return table;
 }
 
+CellValue heldValue(const std::uint8_t* instruction)
+{
+    return readOperand<CellValue>(instruction + 1);
+}
+
+// The text that an instruction holds, -1 for none.
+std::int32_t heldText(const std::uint8_t* instruction)
+{
+    if (*instruction == OpPushText)
+        return readOperand<std::int32_t>(instruction + 1);
+    if (*instruction == OpPushValue && heldValue(instruction).tag == TagText)
+        return heldValue(instruction).textIndex();
+    return -1;
+}
+
+void releaseInstruction(const std::uint8_t* instruction)
+{
+    stringPool->release(heldText(instruction));
+    if (*instruction == OpPushValue && heldValue(instruction).tag == TagFormula)
+        deleteFormulaCell(heldValue(instruction).formula());
+}
+
+// For code that never became a block. The texts of a formula that was given up stay in the pool.
+void releaseValues(const std::uint8_t* instruction, std::uint32_t bytes)
+{
+    const std::uint8_t* end = instruction + bytes;
+    for (; instruction < end; instruction = nextInstruction(instruction)) {
+        if (*instruction == OpPushValue)
+            releaseInstruction(instruction);
+    }
+}
+
 } // namespace
 
 constinit const OperandSizes OperandSizeTable = makeOperandSizes();
 
 bool ByteCodeWriter::grow(std::uint32_t count)
 {
-    const std::uint32_t capacity = capacity_ + std::max(count, GrowBytes);
+    const std::uint32_t capacity = capacity_ + std::max({count, GrowBytes, capacity_ / 2});
     void* block = blockResizer(buffer_, CountBytes + capacity);
     if (block == nullptr) {
-        blockResizer(buffer_, 0);
-        buffer_ = nullptr;
-        capacity_ = 0;
-        failed_ = true;
-        raiseError(ErrorMemory);
+        abandon();
         return false;
     }
     buffer_ = static_cast<std::uint8_t*>(block);
@@ -53,6 +83,8 @@ void ByteCodeWriter::append(const void* bytes, std::uint32_t count)
 {
     if (!failed_ && (size_ + count <= capacity_ || grow(count)))
         std::memcpy(buffer_ + CountBytes + size_, bytes, count);
+    else
+        releaseValues(static_cast<const std::uint8_t*>(bytes), count);
     size_ += count;
 }
 
@@ -63,14 +95,28 @@ void ByteCodeWriter::patch(std::uint32_t position, const void* bytes, std::uint3
         std::memcpy(buffer_ + CountBytes + position, bytes, count);
 }
 
+void ByteCodeWriter::releaseWritten()
+{
+    if (buffer_ == nullptr)
+        return;
+    releaseValues(buffer_ + CountBytes, size_);
+    blockResizer(buffer_, 0);
+    buffer_ = nullptr;
+    capacity_ = 0;
+}
+
 void ByteCodeWriter::clear()
 {
-    if (buffer_ != nullptr)
-        blockResizer(buffer_, 0);
-    buffer_ = nullptr;
+    releaseWritten();
     size_ = 0;
-    capacity_ = 0;
     failed_ = false;
+}
+
+void ByteCodeWriter::abandon()
+{
+    releaseWritten();
+    failed_ = true;
+    raiseError(ErrorMemory);
 }
 
 void ByteCodeWriter::emitCall(int row, int argumentCount)
@@ -94,8 +140,10 @@ bool ByteCodeWriter::close()
 std::uint8_t* ByteCodeWriter::finish()
 {
     void* block = close() ? heapAlloc(CountBytes + size_) : nullptr;
-    if (block != nullptr)
+    if (block != nullptr) {
         std::memcpy(block, buffer_, CountBytes + size_);
+        size_ = 0; // what it holds has passed to the block
+    }
     clear();
     return static_cast<std::uint8_t*>(block);
 }
@@ -103,37 +151,24 @@ std::uint8_t* ByteCodeWriter::finish()
 std::int32_t ByteCodeWriter::finishInPool()
 {
     const std::int32_t index = close() ? formulaPool->add(buffer_, CountBytes + size_, 1) : -1;
+    if (index != -1)
+        size_ = 0; // what it holds has passed to the entry
     clear();
     return index;
 }
 
-namespace {
-
-// The text that an instruction holds, -1 for none.
-std::int32_t heldText(const std::uint8_t* instruction)
-{
-    if (*instruction == OpPushText)
-        return readOperand<std::int32_t>(instruction + 1);
-    if (*instruction == OpPushValue) {
-        const auto value = readOperand<CellValue>(instruction + 1);
-        if (value.tag == TagText)
-            return value.textIndex();
-    }
-    return -1;
-}
-
-} // namespace
-
 void addByteCodeReferences(const std::uint8_t* code)
 {
-    for (; *code != OpReturn; code = nextInstruction(code))
+    for (; *code != OpReturn; code = nextInstruction(code)) {
+        assert(*code != OpPushValue || heldValue(code).tag != TagFormula);
         stringPool->addRef(heldText(code));
+    }
 }
 
 void releaseByteCodeReferences(const std::uint8_t* code)
 {
     for (; *code != OpReturn; code = nextInstruction(code))
-        stringPool->release(heldText(code));
+        releaseInstruction(code);
 }
 
 bool isVolatileCode(const std::uint8_t* code)

@@ -94,7 +94,9 @@ inline const std::uint8_t* jumpTarget(const std::uint8_t* jump)
     return jump + jumpOrigin(*jump) + readOperand<std::int16_t>(jump + 1);
 }
 
-// Collects instructions. Once memory was short it only counts, and ErrorMemory stands.
+// Collects instructions, whole ones. It takes over the values that OpPushValue holds, and hands
+// them on to the block that is finished; whatever becomes of the code, whoever emits them need not
+// look. Once memory was short it only counts, and ErrorMemory stands.
 class ByteCodeWriter {
 public:
     ByteCodeWriter() = default;
@@ -110,8 +112,11 @@ public:
     // Overwrites `count` bytes that were written before.
     void patch(std::uint32_t position, const void* bytes, std::uint32_t count);
 
-    // Frees the buffer and begins anew.
+    // Drops what was written and begins anew. Texts that OpPushText holds stay in the pool.
     void clear();
+
+    // Gives the code up, as if memory had been short: for a part of it that could not be made.
+    void abandon();
 
     void emit(OpCode opcode)
     {
@@ -140,6 +145,7 @@ public:
 private:
     bool grow(std::uint32_t count);
     bool close();
+    void releaseWritten();
 
     // The first four bytes of the buffer are kept for the block's count.
     std::uint8_t* buffer_ = nullptr;
@@ -148,10 +154,11 @@ private:
     bool failed_ = false;
 };
 
-// Takes one more owner for every text that the code holds: run on a copy of a block.
+// Takes one more owner for every text that the code holds: run on a copy of a block. The code holds
+// no formula; only undo programs do, and nobody copies them.
 void addByteCodeReferences(const std::uint8_t* code);
 
-// The reverse: run before a block is freed.
+// Gives up what the code holds, texts and records of formulas: run before a block is freed.
 void releaseByteCodeReferences(const std::uint8_t* code);
 
 // Does the code call a function whose value changes by itself (Rand, Now, Today)?

@@ -136,10 +136,22 @@ void loadVariable()
     pushCopy(workbook->variables[index].value);
 }
 
+// A formula in an undo program is a record off the chain, which the program keeps: the stack gets
+// one of its own over the same code.
+void pushFormulaCopy(const CellValue& value)
+{
+    Cell copy;
+    cloneCell({value}, copy, value.formula()->position(), KeepOffChain);
+    pushRaw(copy.value);
+}
+
 void pushOperandValue()
 {
     const auto value = fetch<CellValue>();
-    pushCopy(value);
+    if (value.tag == TagFormula)
+        pushFormulaCopy(value);
+    else
+        pushCopy(value);
 }
 
 void pushOperandText()
@@ -379,6 +391,24 @@ void run()
     machine.machineRunning = true;
 }
 
+void startRun(CellPosition base, const std::uint8_t* code)
+{
+    machine.pendingError = 0;
+    machine.callDepth = 0;
+    machine.base = base;
+    machine.instructionPointer = code;
+}
+
+// Takes off the stack what the run left there and makes the machine ready for the next one.
+void endRun()
+{
+    if (machine.stackTop != machine.runBase)
+        popMany(static_cast<int>(machine.runBase - machine.stackTop));
+    machine.machineRunning = true;
+    machine.machineHealthy = true;
+    machine.pendingError = 0;
+}
+
 void storeResult(FormulaCell& cell, const CellValue& result)
 {
     releaseValue(cell.result);
@@ -415,18 +445,19 @@ void abandonRun()
 
 void evaluateFormulaCell(FormulaCell& cell)
 {
-    machine.pendingError = 0;
-    machine.callDepth = 0;
-    machine.base = cell.position();
-    machine.instructionPointer = formulaPool->code(cell.formula);
+    startRun(cell.position(), formulaPool->code(cell.formula));
     run();
     if (machine.machineHealthy && machine.stackTop == machine.runBase - 1)
         takeResult(cell);
-    else
-        popMany(static_cast<int>(machine.runBase - machine.stackTop));
-    machine.machineRunning = true;
-    machine.machineHealthy = true;
-    machine.pendingError = 0;
+    endRun();
+}
+
+void runCode(const std::uint8_t* block)
+{
+    const auto sheet = static_cast<std::uint16_t>(workbook->currentSheet->index);
+    startRun({0, 0, sheet}, blockCode(block));
+    run();
+    endRun();
 }
 
 } // namespace vorn

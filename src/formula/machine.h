@@ -9,7 +9,7 @@
 // Shape:  the stack grows downward. A record on it owns its text. Every run has a base; a pop below
 //         it, or of the way back from a name, ends the run unhealthy, and an unhealthy run leaves
 //         the cell's last value as it was.
-// Errors: never the sticky code.
+// Errors: never the sticky code, but for the steps of undo programs and the memory that they want.
 #pragma once
 
 #include "core/pool.h"
@@ -51,6 +51,10 @@ void resetMachine();
 // Runs the formula of a cell and stores the outcome as its result. The old result stays when the
 // run ends unhealthy or leaves other than one value.
 void evaluateFormulaCell(FormulaCell& cell);
+
+// Runs a block that is no formula: a program of undo. Relative references are taken from the first
+// cell of the current sheet. It leaves nothing on the stack, and errors that pend are lost.
+void runCode(const std::uint8_t* block);
 
 // Ends the run that is going on; its outcome is dropped.
 void abandonRun();
