@@ -258,17 +258,12 @@ int styleForInput(int style, std::uint8_t tag, int suggestion)
 
 } // namespace
 
-bool storeCellInput(int column, int row, std::u16string_view text)
+bool parseTypedCell(Cell& cell, std::u16string_view text, CellPosition position, int style)
 {
-    Sheet& sheet = *workbook->currentSheet;
-    Cell cell;
-    int style = sheet.cellStyle(column, row);
+    cell = Cell{};
     if (workbook->formats[workbook->styles[style].format()].kind == FormatText) {
         makeTextValue(cell.value, text);
     } else {
-        const CellPosition position{static_cast<std::uint16_t>(row),
-                                    static_cast<std::uint16_t>(column),
-                                    static_cast<std::uint16_t>(sheet.index)};
         int suggestion = NoFormatSuggestion;
         if (!parseCellInput(cell.value, text, position, &suggestion))
             return false;
@@ -276,12 +271,25 @@ bool storeCellInput(int column, int row, std::u16string_view text)
     }
     cell.style = static_cast<std::int16_t>(style);
     if (errorState.code != ErrorMemory)
-        sheet.setCell(column, row, cell);
-    if (errorState.code == ErrorMemory) {
-        releaseValue(cell.value);
+        return true;
+    releaseValue(cell.value);
+    cell = Cell{};
+    return false;
+}
+
+bool storeCellInput(int column, int row, std::u16string_view text)
+{
+    Sheet& sheet = *workbook->currentSheet;
+    const CellPosition position{static_cast<std::uint16_t>(row), static_cast<std::uint16_t>(column),
+                                static_cast<std::uint16_t>(sheet.index)};
+    Cell cell;
+    if (!parseTypedCell(cell, text, position, sheet.cellStyle(column, row)))
         return false;
-    }
-    return true;
+    sheet.setCell(column, row, cell);
+    if (errorState.code != ErrorMemory)
+        return true;
+    releaseValue(cell.value);
+    return false;
 }
 
 } // namespace vorn

@@ -13,6 +13,8 @@
 
 namespace vorn {
 
+struct Cell;
+
 constexpr int NoFormatSuggestion = -1;
 
 enum TextRule { TextAllowed, NumbersOnly };
@@ -43,6 +45,11 @@ enum ZeroRule { KeepZeros, TrimZeros };
 
 // A plain number for dialogs and axes, with 0 to 9 decimals and the locale's separator.
 std::u16string numberText(double value, int decimals, ZeroRule zeros);
+
+// What typed text becomes in a cell of this style: the value, and the style that the cell then has,
+// which a date or a percent may change. A text format takes the text as it is. Answers false, with
+// the sticky error and a blank in `cell`, if a formula did not compile or memory was short.
+bool parseTypedCell(Cell& cell, std::u16string_view text, CellPosition position, int style);
 
 // Stores typed text in a cell with the style in force there, as an entry does: a text format takes
 // the text as it is, a date or percent may change the format. Answers false, with the cell
