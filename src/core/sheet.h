@@ -32,6 +32,7 @@ static_assert(sizeof(Cell) == 14 && offsetof(Cell, style) == 12);
 constexpr std::uint16_t RowHiddenFlag = 1 << 5;
 constexpr std::uint16_t RowCustomHeightFlag = 1 << 6;
 constexpr int DefaultRowHeight = 255;
+constexpr std::uint16_t DefaultHeightCustomFlag = 1; // of a sheet's rowFlags
 constexpr int SheetNameMax = 39;
 
 // A row's object. `cells.size()` is the last column ever stored + 1; columns below firstColumn are
@@ -74,7 +75,7 @@ public:
     RangeRef titles;
     int leftColumn = 0; // first scrollable column and row shown
     int topRow = 0;
-    std::uint16_t rowFlags = 0; // bit 0: the default height was set by hand
+    std::uint16_t rowFlags = 0;
     std::uint16_t defaultRowHeight = DefaultRowHeight;
     int zoom = 100; // percent
     int savedZoom = 100;

@@ -2,14 +2,17 @@
 // one that does the edit and one that takes it back, and hands both to addUndoStep, which runs the
 // first. So doing, undoing and doing again take one road through the same code.
 //
-// A program is a block of byte code in the private heap (formula/bytecode.h). What it is made of
-// are calls of the steps 128 to 156 of the function table (editing/actions.h). It is written with a
-// ByteCodeWriter.
+// A program is a block of byte code in the private heap (formula/bytecode.h), written with a
+// ByteCodeWriter. It is made of calls of the steps 128 to 156 of the function table
+// (editing/actions.h) and works on the current sheet, which its first step selects.
 //
 // Shape:  one list, of ten steps at most. The first `position` steps are in effect; the next one is
-//         what redo repeats.
-// Errors: ErrorMemory, sticky; an edit whose programs found no room is dropped and the document
-//         stays as it was. A forward program that fails leaves its step in the list all the same.
+//         what redo repeats. A program owns the texts that it holds, and a record off the chain for
+//         each of its formulas; what it stores in a cell is a further owner, or a further record.
+//         The list has to be cleared before the document goes (beforeCloseDocument).
+// Errors: ErrorMemory, sticky; an edit whose making ran out of memory anywhere is dropped and the
+//         document stays as it was. A forward program that fails leaves its step in the list all
+//         the same.
 #pragma once
 
 #include "core/growarray.h"
@@ -39,13 +42,14 @@ extern UndoList undoList;
 
 // Takes both programs over. Drops the steps that were undone, appends this one, lets the oldest go
 // if there are more than ten, runs `forward` if `run` says so, and marks the workbook modified. A
-// null program drops the edit.
+// null program drops the edit. With `run` off the edit has been done; if its step finds no room
+// then, the whole history goes.
 void addUndoStep(std::uint8_t* forward, std::uint8_t* backward, std::u16string_view label,
                  bool run = true);
 
 // The same for edits that move references: what the maintenance of references writes into
 // `recorder` while `forward` runs belongs to the backward program, which is then closed with a
-// recalculation.
+// recalculation. If that finds no room, the edit has been done and the whole history goes.
 void addRecordedStep(std::uint8_t* forward, ByteCodeWriter& recorder, std::u16string_view label);
 
 // Where the maintenance of references writes what takes it back; null but during such a step.
@@ -70,7 +74,11 @@ void emitSelectRange(ByteCodeWriter& program, const RangeRef* range = nullptr);
 // not what is selected.
 void emitSnapshot(ByteCodeWriter& program);
 
-// Writes code that stores a cell. The program takes over what `value` owns.
+// Writes code that stores a cell. The program takes over what `value` owns; a formula is not on the
+// chain.
 void emitSetCell(ByteCodeWriter& program, int column, int row, int style, const CellValue& value);
+
+// Writes code that stores what the cell of the current sheet holds now, with its own style.
+void emitPresentCell(ByteCodeWriter& program, int column, int row);
 
 } // namespace vorn

@@ -20,22 +20,26 @@ void callMissing()
 constexpr std::u16string_view RowNames[FunctionRowCount] = {
 #define FUNCTION(row, name, least, most, category, usage, help) u"" #name,
 #define PENDING FUNCTION
-#define ACTION(row) u"",
+#define ACTION(row, name, count) u"",
+#define PENDING_ACTION ACTION
 #include "functions/functions.def"
 #undef FUNCTION
 #undef PENDING
 #undef ACTION
+#undef PENDING_ACTION
 };
 
 // The rows stand at their numbers.
 constexpr int RowNumbers[] = {
 #define FUNCTION(row, name, least, most, category, usage, help) row,
 #define PENDING FUNCTION
-#define ACTION(row) row,
+#define ACTION(row, name, count) row,
+#define PENDING_ACTION ACTION
 #include "functions/functions.def"
 #undef FUNCTION
 #undef PENDING
 #undef ACTION
+#undef PENDING_ACTION
 };
 
 constexpr bool rowsAreInOrder()
@@ -143,11 +147,13 @@ constinit const FunctionRow FunctionTable[FunctionRowCount] = {
     {call##name, least, most, category, u"" #name, usage, help},
 #define PENDING(row, name, least, most, category, usage, help)                                     \
     {callMissing, least, most, category, u"" #name, usage, help},
-#define ACTION(row) {callMissing, 0, 0, CategoryAll, u"", u"", u""},
+#define ACTION(row, name, count) {call##name, count, count, CategoryAll, u"", u"", u""},
+#define PENDING_ACTION(row, name, count) {callMissing, count, count, CategoryAll, u"", u"", u""},
 #include "functions/functions.def"
 #undef FUNCTION
 #undef PENDING
 #undef ACTION
+#undef PENDING_ACTION
 };
 
 int findFunction(std::u16string_view name)

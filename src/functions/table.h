@@ -3,8 +3,9 @@
 // and are the steps of undo programs; 157 to 188 can only be called by tasks.
 //
 // A handler finds its arguments on the evaluation stack, the last on top, and their count in
-// machine.argumentCount. It pops them all and pushes one result (formula/machine.h). Every row has
-// a handler: that of a row whose body is not there yet gives the error 29, as an unknown name does.
+// machine.argumentCount. It pops them all and pushes one result (formula/machine.h); a step of undo
+// programs pushes none. Every row has a handler: that of a row whose body is not there yet gives
+// the error 29, as an unknown name does.
 #pragma once
 
 #include <cstdint>
@@ -54,11 +55,26 @@ extern const FunctionRow FunctionTable[FunctionRowCount];
 // The bodies: callAbs of the row Abs and so on, in the unit of the row's category.
 #define FUNCTION(row, name, least, most, category, usage, help) void call##name();
 #define PENDING(row, name, least, most, category, usage, help) void call##name();
-#define ACTION(row)
+#define ACTION(row, name, count) void call##name();
+#define PENDING_ACTION(row, name, count)
 #include "functions/functions.def"
 #undef FUNCTION
 #undef PENDING
 #undef ACTION
+#undef PENDING_ACTION
+
+// The steps of undo programs by name (editing/actions.h tells what each does).
+enum ActionRow : int {
+#define FUNCTION(row, name, least, most, category, usage, help)
+#define PENDING FUNCTION
+#define ACTION(row, name, count) name = row,
+#define PENDING_ACTION ACTION
+#include "functions/functions.def"
+#undef FUNCTION
+#undef PENDING
+#undef ACTION
+#undef PENDING_ACTION
+};
 
 // The row of a function by name, without case; -1 if there is none.
 int findFunction(std::u16string_view name);

@@ -327,7 +327,7 @@ TEST(FunctionTable, titlesItsCategories)
     EXPECT_EQ(categoryTitle(CategoryCount), u"");
 }
 
-TEST(FunctionTable, givesAnErrorForAStepWithoutABody)
+TEST(FunctionTable, givesAnErrorForARowWithoutABody)
 {
     const TestDocument document;
     resetMachine();
@@ -335,7 +335,7 @@ TEST(FunctionTable, givesAnErrorForAStepWithoutABody)
     pushNumber(1);
     pushNewText(u"two");
     machine.argumentCount = 2;
-    FunctionTable[FirstActionRow].handler();
+    FunctionTable[FirstTaskRow].handler();
     EXPECT_EQ(machine.stackTop, base - 1);
     EXPECT_EQ(topValue().tag, TagError);
     EXPECT_EQ(topValue().error(), CellErrorName);
