@@ -4,6 +4,7 @@
 #include "platform/gsf/compoundfiles.h"
 #include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
+#include "platform/headless/textmeasure.h"
 #include "platform/icu/codepages.h"
 #include "platform/icu/localesource.h"
 #include "platform/icu/textrules.h"
@@ -26,6 +27,7 @@ struct Machine::Parts {
     PosixFiles files;
     GsfCompoundFiles compoundFiles{files};
     MemoryClipboard clipboard;
+    FixedTextMeasure textMeasure;
 };
 
 Machine::Machine(ScriptUser& user) : user_(user) {}
@@ -60,6 +62,7 @@ bool Machine::install(const MachineOptions& options, std::string& reason)
                 &parts_->compoundFiles,
                 &user_,
                 &parts_->clipboard};
+    platform.textMeasure = &parts_->textMeasure;
     return true;
 }
 

@@ -10,6 +10,7 @@ class CodePages;
 class CompoundFiles;
 class Files;
 class LocaleSource;
+class TextMeasure;
 class TextRules;
 class UserInterface;
 
@@ -22,6 +23,7 @@ struct Platform {
     CompoundFiles* compoundFiles = nullptr;
     UserInterface* userInterface = nullptr;
     Clipboard* clipboard = nullptr;
+    TextMeasure* textMeasure = nullptr;
 };
 
 // The installed set.

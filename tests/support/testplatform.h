@@ -5,6 +5,7 @@
 #include "platform/gsf/compoundfiles.h"
 #include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
+#include "platform/headless/textmeasure.h"
 #include "platform/headless/userinterface.h"
 #include "platform/icu/codepages.h"
 #include "platform/icu/localesource.h"
@@ -29,6 +30,7 @@ public:
 
     SilentUserInterface userInterface;
     MemoryClipboard clipboard;
+    FixedTextMeasure textMeasure;
 
 private:
     FixedClock clock_;
