@@ -72,6 +72,13 @@ struct CellStyle {
     int format() const { return words[1]; }
     int font() const { return words[2]; }
 
+    // Is a text broken into lines? What is justified is, too.
+    bool wraps() const
+    {
+        return get(StyleWrap) != 0 || get(StyleVertical) == AlignVerticalJustify ||
+               get(StyleHorizontal) == AlignJustify;
+    }
+
     // Equal in all fields; the file's number does not count.
     bool sameAs(const CellStyle& other) const;
 };
