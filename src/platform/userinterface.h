@@ -9,6 +9,14 @@ namespace vorn {
 
 class DialogModel; // shell/dialog.h
 
+// Where a window stands on the screen; `left` is -1 before it ever stood anywhere.
+struct ScreenRect {
+    int left = -1;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+};
+
 enum class BoxButtons { Ok, YesNo, YesNoCancel };
 enum class BoxAnswer { Ok, Yes, No, Cancel };
 

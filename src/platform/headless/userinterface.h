@@ -4,6 +4,7 @@
 #include "platform/userinterface.h"
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,12 +27,17 @@ public:
     // The next of `files` is the answer, an empty path for Cancel; none is Cancel.
     bool askFile(FileQuestion& question) override;
 
-    // Nobody is there to answer: the dialog is cancelled.
-    void runDialog(DialogModel&) override {}
+    // With nobody there to answer, the dialog is cancelled.
+    void runDialog(DialogModel& dialog) override
+    {
+        if (dialogUser)
+            dialogUser(dialog);
+    }
     void noteDocument(std::u16string_view path) override { documents.emplace_back(path); }
     void setTitle(std::u16string_view newTitle) override { title = newTitle; }
     void showWaitCursor(bool wait) override { waitDepth += wait ? 1 : -1; }
 
+    std::function<void(DialogModel&)> dialogUser; // answers dialogs
     std::vector<Box> boxes;
     std::deque<BoxAnswer> answers;
     std::deque<std::u16string> files;
