@@ -17,6 +17,12 @@ std::string_view takeLine(std::string_view& text)
     return line;
 }
 
+bool stop(Script& script, std::string_view name, int line)
+{
+    script.out.error(std::string(name) + ':' + std::to_string(line) + ": " + script.reason);
+    return false;
+}
+
 } // namespace
 
 bool runScript(Script& script, std::string_view name, std::string_view text)
@@ -29,12 +35,13 @@ bool runScript(Script& script, std::string_view name, std::string_view text)
         const std::string_view line = takeLine(text);
         if (line.empty() || line.starts_with('#'))
             continue;
-        if (!runStatement(script, fromUtf8(line))) {
-            script.out.error(std::string(name) + ':' + std::to_string(number) + ": " +
-                             script.reason);
-            return false;
-        }
+        if (!runStatement(script, fromUtf8(line)))
+            return stop(script, name, number);
         script.app.showError();
+        if (!script.user.dialogAnswers.problem.empty()) {
+            script.reason = script.user.dialogAnswers.problem;
+            return stop(script, name, number);
+        }
     }
     return true;
 }

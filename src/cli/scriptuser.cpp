@@ -1,6 +1,7 @@
 #include "cli/scriptuser.h"
 
 #include "cli/output.h"
+#include "shell/dialog.h"
 
 namespace vorn::cli {
 
@@ -35,6 +36,16 @@ BoxAnswer ScriptUser::messageBox(std::u16string_view caption, std::u16string_vie
         out_ << " answered " << answerName(answer);
     out_.endLine();
     return answer;
+}
+
+void ScriptUser::runDialog(DialogModel& dialog)
+{
+    if (dialogAnswers.answer(dialog))
+        return;
+    out_ << "dialog " << dialog.number() << " ";
+    out_.quoted(dialog.title());
+    out_ << " cancelled";
+    out_.endLine();
 }
 
 } // namespace vorn::cli

@@ -1,6 +1,8 @@
-// The user of a windowless program: every message box prints as a line.
+// The user of a windowless program: every message box prints as a line, and so does a dialog that
+// finds no answer.
 #pragma once
 
+#include "cli/dialoganswers.h"
 #include "platform/headless/userinterface.h"
 
 namespace vorn::cli {
@@ -13,6 +15,10 @@ public:
 
     BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text, BoxButtons buttons,
                          BoxIcon icon = BoxIcon::None) override;
+
+    void runDialog(DialogModel& dialog) override;
+
+    DialogAnswers dialogAnswers;
 
 private:
     Output& out_;

@@ -4,6 +4,7 @@
 #include "cli/script.h"
 #include "cli/utf8.h"
 #include "core/workbook.h"
+#include "platform/textrules.h"
 
 namespace vorn::cli {
 
@@ -89,9 +90,16 @@ bool answerVerb(Script& script, Argument argument)
             return true;
         }
     }
+    if (!argument.empty() && isAsciiDigit(argument.front())) {
+        DialogAnswer answer;
+        if (!readDialogAnswer(argument, answer, script.reason))
+            return false;
+        script.user.dialogAnswers.add(std::move(answer));
+        return true;
+    }
     if (argument.starts_with(u"box"))
         return failAt(script, "no answer of a box:", argument);
-    return script.fail("answers to dialogs, file dialogs and taps do not exist yet");
+    return script.fail("answers to file dialogs and taps do not exist yet");
 }
 
 // --- Printing

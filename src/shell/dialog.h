@@ -117,6 +117,9 @@ public:
     // On an entry of a list: chooses it, and presses OK if the list is of that kind.
     bool doubleTap(int control, int entry);
 
+    // Brings a page of a sheet to the front.
+    virtual void turnTo(int) {}
+
     // Renaming of the chosen entry of a LabelList. Whatever else the user does meanwhile ends it
     // with the name as it was.
     bool editLabel(int control);

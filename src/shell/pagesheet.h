@@ -24,8 +24,7 @@ public:
     int page() const { return page_; }
     DialogModel& front() const { return *pages_[static_cast<std::size_t>(page_)]; }
 
-    // The user brings a page to the front.
-    void turnTo(int page);
+    void turnTo(int page) override;
 
 protected:
     void opened() override;
