@@ -1,9 +1,11 @@
 #include "cli/machine.h"
 
 #include "cli/scriptuser.h"
+#include "platform/glib/settingsfile.h"
 #include "platform/gsf/compoundfiles.h"
 #include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
+#include "platform/headless/settingsstore.h"
 #include "platform/headless/textmeasure.h"
 #include "platform/icu/codepages.h"
 #include "platform/icu/localesource.h"
@@ -28,6 +30,7 @@ struct Machine::Parts {
     GsfCompoundFiles compoundFiles{files};
     MemoryClipboard clipboard;
     FixedTextMeasure textMeasure;
+    std::unique_ptr<SettingsStore> settings;
 };
 
 Machine::Machine(ScriptUser& user) : user_(user) {}
@@ -54,6 +57,10 @@ bool Machine::install(const MachineOptions& options, std::string& reason)
         }
         parts_->clock = std::make_unique<FixedClock>(time);
     }
+    if (options.settingsFile.empty())
+        parts_->settings = std::make_unique<MemorySettings>();
+    else
+        parts_->settings = std::make_unique<SettingsFile>(options.settingsFile);
     platform = {parts_->clock.get(),
                 &parts_->localeSource,
                 &parts_->textRules,
@@ -63,6 +70,7 @@ bool Machine::install(const MachineOptions& options, std::string& reason)
                 &user_,
                 &parts_->clipboard};
     platform.textMeasure = &parts_->textMeasure;
+    platform.settingsStore = parts_->settings.get();
     return true;
 }
 

@@ -1,6 +1,7 @@
 // vorn-cli: the spreadsheet without a window.
 #include "cli/commands.h"
 #include "cli/machine.h"
+#include "shell/settings.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -47,7 +48,9 @@ void addSharedOptions(CLI::App& command, MachineOptions& options)
     command.add_option("--code-page", options.codePage, "The system's code page, such as 1252")
         ->type_name("N")
         ->check(CLI::PositiveNumber);
-    command.add_option("--settings", options.settingsFile, "File of the settings")
+    command
+        .add_option("--settings", options.settingsFile,
+                    "File of the settings; one that cannot be read or written is as if it were new")
         ->type_name("FILE");
     command.set_version_flag("--version", "vorn-cli " VORN_VERSION);
 }
@@ -95,6 +98,8 @@ CellForm formNamed(const std::string& name)
 int runDocumentCommand(const std::string& command, Call& call, Output& out, ScriptUser& user)
 {
     Application app;
+    loadSettings();
+    app.showDocument();
     Script script{app, user, out, {}};
     if (command == "eval")
         return evaluateExpressions(script, call.expressions);

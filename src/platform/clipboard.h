@@ -12,6 +12,10 @@ public:
     // The number of a format of the system's own, the same for the same name; 0 where the machine
     // has none to give.
     virtual unsigned registerFormat(std::u16string_view name) = 0;
+
+    // Can it be asked for this format now, or for a text?
+    virtual bool holds(unsigned format) = 0;
+    virtual bool holdsText() = 0;
 };
 
 } // namespace vorn

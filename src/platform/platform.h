@@ -10,6 +10,7 @@ class CodePages;
 class CompoundFiles;
 class Files;
 class LocaleSource;
+class SettingsStore;
 class TextMeasure;
 class TextRules;
 class UserInterface;
@@ -24,6 +25,7 @@ struct Platform {
     UserInterface* userInterface = nullptr;
     Clipboard* clipboard = nullptr;
     TextMeasure* textMeasure = nullptr;
+    SettingsStore* settingsStore = nullptr; // null: nothing is remembered
 };
 
 // The installed set.

@@ -67,6 +67,9 @@ public:
 
     // Raised around work that may take a while, and lowered after it.
     virtual void showWaitCursor(bool wait) = 0;
+
+    // What is seen of the document is no longer so. Who shows nothing has nothing to do.
+    virtual void requestRepaint() {}
 };
 
 } // namespace vorn

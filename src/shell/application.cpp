@@ -4,6 +4,7 @@
 #include "core/error.h"
 #include "core/input.h"
 #include "core/workbook.h"
+#include "editing/undo.h"
 #include "files/openflow.h"
 #include "functions/random.h"
 #include "functions/table.h"
@@ -11,6 +12,9 @@
 #include "platform/clock.h"
 #include "platform/platform.h"
 #include "platform/userinterface.h"
+#include "shell/commandhandlers.h"
+#include "shell/settings.h"
+#include "shell/texteditor.h"
 
 #include <algorithm>
 
@@ -25,11 +29,22 @@ constexpr int FunctionRowAverage = 5;
 // Pushed in this order, so that the list begins with Sum.
 constexpr int FirstUsedFunctions[] = {FunctionRowAverage, FunctionRowIf, FunctionRowSum};
 
+// Runs before any document goes: nothing that belongs to it may outlive it.
+void leaveDocument()
+{
+    clearUndo();
+    clearTaskMenu();
+    application->pointMode = false;
+    application->pointSheet = nullptr;
+}
+
 } // namespace
 
-Application::Application() : documentFolder(u"\\C_Drive\\C_MyDocs\\")
+Application::Application() : documentFolder(DefaultDocumentFolder)
 {
     application = this;
+    documentView = this;
+    beforeCloseDocument = leaveDocument;
     prepareDocumentCore();
     NewDocument(NewDocumentSheets, FileKindNative);
     // The error is shown when the first message is over.
@@ -37,15 +52,22 @@ Application::Application() : documentFolder(u"\\C_Drive\\C_MyDocs\\")
     if (clipboardFormat == 0)
         raiseError(ErrorInitialization);
     seedRandom(platform.clock->milliseconds());
-    usedFunctions.fill(NoFunction);
-    for (int row : FirstUsedFunctions)
-        noteUsedFunction(row);
+    setUsedFunctionsToDefault();
 }
 
 Application::~Application()
 {
     stopDocumentCore();
+    beforeCloseDocument = nullptr;
+    documentView = nullptr;
     application = nullptr;
+}
+
+void Application::setUsedFunctionsToDefault()
+{
+    usedFunctions.fill(NoFunction);
+    for (int row : FirstUsedFunctions)
+        noteUsedFunction(row);
 }
 
 void Application::noteUsedFunction(int row)
@@ -53,6 +75,16 @@ void Application::noteUsedFunction(int row)
     const auto place = std::find(usedFunctions.begin(), usedFunctions.end() - 1, row);
     std::rotate(usedFunctions.begin(), place, place + 1);
     usedFunctions.front() = row;
+}
+
+Selection& Application::activeSelection()
+{
+    return pointMode ? pointSelection : workbook->currentSheet->selection;
+}
+
+bool Application::isEditing() const
+{
+    return textEditor != nullptr && textEditor->isOpen();
 }
 
 void Application::newWorkbook()
@@ -106,11 +138,59 @@ void Application::showError()
     vorn::showError();
 }
 
-// What every new document is shown with.
 void Application::showDocument()
 {
     workbook->normaliseFonts();
+    if (fullScreen)
+        zoomForFullScreen();
+    updateTaskMenu();
+    refreshCommandState();
+    markDirty(DirtyAll);
     platform.userInterface->setTitle(documentTitle());
+}
+
+void Application::close()
+{
+    saveSettings();
+    quitRequested = true;
+    closeDocument();
+}
+
+void Application::forgetHistory()
+{
+    clearUndo();
+    refreshCommandState();
+}
+
+// --- The view of editing
+
+void Application::lockRepaint()
+{
+    ++repaintLock;
+}
+
+void Application::unlockRepaint()
+{
+    if (--repaintLock == 0)
+        platform.userInterface->requestRepaint();
+}
+
+// The mark of the whole sheet takes the place of all others.
+void Application::markDirty(std::uint16_t marks)
+{
+    dirtyMarks = marks == DirtyAll ? DirtyAll : static_cast<std::uint16_t>(dirtyMarks | marks);
+    if (repaintLock == 0)
+        platform.userInterface->requestRepaint();
+}
+
+void Application::sheetChanged()
+{
+    markDirty(DirtyAll);
+}
+
+void Application::activeCellMoved()
+{
+    markDirty(DirtyAll);
 }
 
 } // namespace vorn

@@ -34,11 +34,42 @@ void rowHeightCommand();
 void columnWidthCommand();
 void formatCellsCommand();
 
-// --- shell/viewactions.cpp
+// --- shell/formatactions.cpp: how the selection looks
+void boldCommand();
+void italicCommand();
+void underlineCommand();
+void alignLeftCommand();
+void alignCenterCommand();
+void alignRightCommand();
+void hideColumnsCommand();
+void showColumnsCommand();
+void autofitColumnsCommand();
+void hideRowsCommand();
+void showRowsCommand();
+void autofitRowsCommand();
+
+// --- shell/viewactions.cpp: how the document is shown, and what keeps it from changes
+
+// Every sheet of the workbook. The limits are the caller's.
 void setZoomOfAllSheets(int percent);
+
+// Freezes what lies above and to the left of the active cell in the view, or lets all of it go.
+// Afterwards isFrozen tells which: a cell in the corner of the view freezes nothing.
+bool isFrozen();
 void toggleFreeze();
+
+// Enters or leaves the full screen; nothing happens to the mode that is there already.
+void setFullScreen(bool on);
 void toggleFullScreen();
+
+// What entering the full screen does to the sheets; also to those of a document that comes while it
+// is on.
+void zoomForFullScreen();
+
 void toggleSheetProtection();
 void toggleWorkbookProtection();
+
+// All cells. The active one stays.
+void selectWholeSheet();
 
 } // namespace vorn

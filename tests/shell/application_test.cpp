@@ -35,7 +35,7 @@ TEST(Application, beginsWithANewWorkbook)
     EXPECT_TRUE(machine.userInterface.boxes.empty());
 }
 
-class RefusingClipboard : public Clipboard {
+class RefusingClipboard : public MemoryClipboard {
 public:
     unsigned registerFormat(std::u16string_view) override { return 0; }
 };

@@ -27,6 +27,7 @@ TestPlatform::TestPlatform(std::string_view locale, std::string_view time)
     platform = {&clock_, &localeSource_,  &textRules_,    &codePages_,
                 &files_, &compoundFiles_, &userInterface, &clipboard};
     platform.textMeasure = &textMeasure;
+    platform.settingsStore = &settings;
     clearError();
     loadLocale();
 }

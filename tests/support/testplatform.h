@@ -5,6 +5,7 @@
 #include "platform/gsf/compoundfiles.h"
 #include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
+#include "platform/headless/settingsstore.h"
 #include "platform/headless/textmeasure.h"
 #include "platform/headless/userinterface.h"
 #include "platform/icu/codepages.h"
@@ -31,6 +32,7 @@ public:
     SilentUserInterface userInterface;
     MemoryClipboard clipboard;
     FixedTextMeasure textMeasure;
+    MemorySettings settings;
 
 private:
     FixedClock clock_;

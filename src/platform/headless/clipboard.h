@@ -1,4 +1,4 @@
-// A clipboard that lives with the program.
+// A clipboard that lives with the program. Nothing can be put on it so far.
 #pragma once
 
 #include "platform/clipboard.h"
@@ -19,6 +19,9 @@ public:
             names_.emplace_back(name);
         return number;
     }
+
+    bool holds(unsigned) override { return false; }
+    bool holdsText() override { return false; }
 
 private:
     std::vector<std::u16string> names_;

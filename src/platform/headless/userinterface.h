@@ -36,6 +36,7 @@ public:
     void noteDocument(std::u16string_view path) override { documents.emplace_back(path); }
     void setTitle(std::u16string_view newTitle) override { title = newTitle; }
     void showWaitCursor(bool wait) override { waitDepth += wait ? 1 : -1; }
+    void requestRepaint() override { ++repaints; }
 
     std::function<void(DialogModel&)> dialogUser; // answers dialogs
     std::vector<Box> boxes;
@@ -45,6 +46,7 @@ public:
     std::vector<std::u16string> documents;   // that the machine was told of
     std::u16string title = u"Vorn";          // what the main window is created with
     int waitDepth = 0;
+    int repaints = 0; // that were asked for
 };
 
 } // namespace vorn
