@@ -106,6 +106,10 @@ void callName()
         pushError(CellErrorName);
         return;
     }
+    if (--machine.nameCallsLeft < 0) {
+        stopUnhealthy();
+        return;
+    }
     ++machine.callDepth;
     CellValue address;
     address.put(TagReturnAddress, machine.instructionPointer);
@@ -395,6 +399,7 @@ void startRun(CellPosition base, const std::uint8_t* code)
 {
     machine.pendingError = 0;
     machine.callDepth = 0;
+    machine.nameCallsLeft = NameCallsUnlimited;
     machine.base = base;
     machine.instructionPointer = code;
 }
@@ -407,6 +412,7 @@ void endRun()
     machine.machineRunning = true;
     machine.machineHealthy = true;
     machine.pendingError = 0;
+    machine.nameCallsLeft = NameCallsUnlimited;
 }
 
 void storeResult(FormulaCell& cell, const CellValue& result)
@@ -446,6 +452,7 @@ void abandonRun()
 void evaluateFormulaCell(FormulaCell& cell)
 {
     startRun(cell.position(), formulaPool->code(cell.formula));
+    machine.nameCallsLeft = NameCallMax;
     run();
     if (machine.machineHealthy && machine.stackTop == machine.runBase - 1)
         takeResult(cell);

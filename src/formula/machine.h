@@ -26,6 +26,11 @@ namespace vorn {
 constexpr int StackRunLimit = 380;
 constexpr int StackSize = 4 * 400;
 
+// Defined names that one formula may call, in whatever depth. Forty names that each call the next
+// one twice would take hours.
+constexpr std::int64_t NameCallMax = 100'000;
+constexpr std::int64_t NameCallsUnlimited = INT64_MAX;
+
 struct MachineRegisters {
     const std::uint8_t* instructionPointer = nullptr;
     CellValue* stackTop = nullptr;
@@ -37,6 +42,8 @@ struct MachineRegisters {
     std::int32_t pendingError = 0;
     // Defined names that are being run.
     std::int32_t callDepth = 0;
+    // Calls of names that are left to this run; one that needs more ends unhealthy.
+    std::int64_t nameCallsLeft = NameCallsUnlimited;
     bool machineRunning = true;
     bool machineHealthy = true;
     // The tag of the value popped last, as the operators that keep dates ask for it.

@@ -567,6 +567,34 @@ TEST_F(Machine, endsANameThatCallsItself)
     EXPECT_EQ(stringPool->refCount(0), 1);
 }
 
+TEST_F(Machine, endsNamesThatCallOneAnotherMoreOftenThanAnybodyCanWait)
+{
+    const struct {
+        const char* phrase;
+        int names; // each calls the one before it twice
+        const char* outcome;
+    } cases[] = {
+        {"many thousand calls",  15, "16384"},
+        {"more than the limit",  17, "kept" },
+        {"more than in a year",  60, "kept" },
+        {"still the same after", 15, "16384"},
+    };
+    for (const auto& c : cases) {
+        NewDocument(1, FileKindNative);
+        define([](ByteCodeWriter& code) { emitNumber(code, 1); });
+        for (int name = 1; name < c.names; ++name) {
+            ByteCodeWriter code;
+            code.emit(OpCallName, static_cast<std::uint16_t>(name - 1));
+            code.emit(OpCallName, static_cast<std::uint16_t>(name - 1));
+            code.emit(OpAdd);
+            workbook->names.append({nullptr, code.finish(), -1});
+        }
+        ByteCodeWriter code;
+        code.emit(OpCallName, static_cast<std::uint16_t>(c.names - 1));
+        EXPECT_EQ(outcome(code), c.outcome) << c.phrase;
+    }
+}
+
 // Where a name was called from lies on the stack below its values, and is not for the name to take.
 TEST_F(Machine, keepsTheWayBackFromANameToItself)
 {
