@@ -71,9 +71,14 @@ std::string savedTypes()
 
 std::string hexOf(std::string_view bytes)
 {
+    constexpr char Digits[] = "0123456789abcdef";
     std::string hex;
-    for (const char byte : bytes)
-        hex += hex8(static_cast<std::uint8_t>(byte));
+    hex.reserve(2 * bytes.size());
+    for (const char byte : bytes) {
+        const auto number = static_cast<std::uint8_t>(byte);
+        hex.push_back(Digits[number / 16]);
+        hex.push_back(Digits[number % 16]);
+    }
     return hex;
 }
 
