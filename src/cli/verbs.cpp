@@ -2,6 +2,7 @@
 #include "cli/place.h"
 #include "cli/printing.h"
 #include "cli/script.h"
+#include "cli/shellverbs.h"
 #include "cli/utf8.h"
 #include "core/workbook.h"
 #include "platform/textrules.h"
@@ -184,7 +185,7 @@ constexpr struct Verb {
     {u"select",       selectVerb                },
     {u"enter",        enterVerb                 },
     {u"put",          putVerb                   },
-    {u"command",      NotYet                    },
+    {u"command",      commandVerb               },
     {u"answer",       answerVerb                },
     {u"deftask",      NotYet                    },
     {u"runtask",      NotYet                    },
@@ -197,7 +198,7 @@ constexpr struct Verb {
     {u"filterbutton", NotYet                    },
     {u"clipboard",    NotYet                    },
     {u"size",         NotYet                    },
-    {u"settings",     NotYet                    },
+    {u"settings",     settingsVerb              },
     {u"text",         cellsVerb<CellForm::Text> },
     {u"input",        cellsVerb<CellForm::Input>},
     {u"value",        cellsVerb<CellForm::Value>},
@@ -206,17 +207,17 @@ constexpr struct Verb {
     {u"row",          rowVerb                   },
     {u"column",       columnVerb                },
     {u"sheets",       sheetsVerb                },
-    {u"names",        NotYet                    },
+    {u"names",        namesVerb                 },
     {u"tasks",        NotYet                    },
     {u"selection",    selectionVerb             },
-    {u"view",         NotYet                    },
+    {u"view",         viewVerb                  },
     {u"editor",       NotYet                    },
-    {u"menu",         NotYet                    },
-    {u"history",      NotYet                    },
+    {u"menu",         menuVerb                  },
+    {u"history",      historyVerb               },
     {u"document",     documentVerb              },
     {u"recent",       NotYet                    },
-    {u"lists",        NotYet                    },
-    {u"used",         NotYet                    },
+    {u"lists",        listsVerb                 },
+    {u"used",         usedVerb                  },
     {u"chart",        NotYet                    },
 };
 
