@@ -2,7 +2,10 @@
 
 #include "core/error.h"
 #include "core/workbook.h"
+#include "editing/clear.h"
+#include "editing/undo.h"
 #include "functions/random.h"
+#include "resources/commandids.h"
 #include "support/tempfolder.h"
 #include "support/testplatform.h"
 
@@ -180,6 +183,155 @@ TEST(Application, titlesTheWindowForEachDocument)
     EXPECT_EQ(machine.userInterface.title, u"Vorn");
     EXPECT_EQ(workbook->sheets.size(), 3);
     EXPECT_EQ(errorState.code, ErrorFileOpen);
+}
+
+TEST(Application, beginsAsItsFieldsSay)
+{
+    TestPlatform machine;
+    const Application app;
+    EXPECT_FALSE(app.fullScreen);
+    EXPECT_TRUE(app.fullScreenZoomOn);
+    EXPECT_EQ(app.fullScreenZoom, 90);
+    EXPECT_TRUE(app.formulaBarVisible);
+    EXPECT_TRUE(app.customLists.empty());
+    EXPECT_EQ(app.formatCellsPage, 0);
+    EXPECT_EQ(app.optionsPage, 0);
+    EXPECT_EQ(app.lastFilterIndex, 0);
+    EXPECT_EQ(app.repaintLock, 0);
+    EXPECT_FALSE(app.pointMode);
+    EXPECT_EQ(app.pointSheet, nullptr);
+    EXPECT_FALSE(app.isEditing());
+    EXPECT_FALSE(app.quitRequested);
+    EXPECT_EQ(documentView, &app);
+}
+
+TEST(Application, isNoViewAfterItsEnd)
+{
+    TestPlatform machine;
+    {
+        const Application app;
+    }
+    EXPECT_EQ(documentView, nullptr);
+    EXPECT_EQ(beforeCloseDocument, nullptr);
+}
+
+TEST(Application, paintsOnceForManyChanges)
+{
+    TestPlatform machine;
+    Application app;
+    int& repaints = machine.userInterface.repaints;
+    repaints = 0;
+    {
+        const RepaintLock outer;
+        {
+            const RepaintLock inner;
+            markRepaint();
+            tellSheetChanged();
+            tellActiveCellMoved();
+        }
+        EXPECT_EQ(repaints, 0) << "one lock still stands";
+    }
+    EXPECT_EQ(repaints, 1);
+    EXPECT_EQ(app.repaintLock, 0);
+    markRepaint();
+    EXPECT_EQ(repaints, 2) << "without a lock at once";
+}
+
+TEST(Application, collectsWhatIsToBePainted)
+{
+    const struct {
+        const char* behaviour;
+        std::uint16_t before, marks, after;
+    } cases[] = {
+        {"the selection only",            0,  4,  4 },
+        {"a mark joins the others",       4,  16, 20},
+        {"the same twice",                4,  4,  4 },
+        {"the whole sheet replaces them", 20, 8,  8 },
+        {"and others join it",            8,  4,  12},
+    };
+    TestPlatform machine;
+    Application app;
+    for (const auto& c : cases) {
+        app.dirtyMarks = c.before;
+        app.markDirty(c.marks);
+        EXPECT_EQ(app.dirtyMarks, c.after) << c.behaviour;
+    }
+}
+
+TEST(Application, showsEachDocumentAnew)
+{
+    TestPlatform machine;
+    Application app;
+    workbook->fonts.resize(2);
+    workbook->currentSheet->zoom = 80;
+    app.dirtyMarks = 0;
+    machine.userInterface.title = u"?";
+    app.showDocument();
+    EXPECT_EQ(workbook->fonts.size(), 6);
+    EXPECT_TRUE(app.commandState.entry(CommandZoom80)->checked);
+    EXPECT_EQ(app.dirtyMarks, DirtyAll);
+    EXPECT_EQ(machine.userInterface.title, u"Vorn");
+    EXPECT_FALSE(workbook->modified);
+}
+
+TEST(Application, keepsTheZoomOutOfFullScreen)
+{
+    TestPlatform machine;
+    Application app;
+    workbook->currentSheet->zoom = 200;
+    app.showDocument();
+    EXPECT_EQ(workbook->currentSheet->zoom, 200);
+    app.fullScreen = true;
+    app.showDocument();
+    EXPECT_EQ(workbook->currentSheet->zoom, 90);
+    EXPECT_EQ(workbook->currentSheet->savedZoom, 200);
+}
+
+TEST(Application, lowersTheZoomOfAFileThatOpensInFullScreen)
+{
+    TestPlatform machine;
+    const TempFolder folder;
+    Application app;
+    app.fullScreen = true;
+    app.OpenDocument(folder.write("a.csv", "1"));
+    EXPECT_EQ(workbook->currentSheet->zoom, 90);
+    EXPECT_EQ(workbook->currentSheet->savedZoom, 100);
+}
+
+TEST(Application, letsTheHistoryAndThePointingGoWithTheDocument)
+{
+    TestPlatform machine;
+    Application app;
+    clearSelection(ClearAll);
+    app.pointMode = true;
+    app.pointSheet = workbook->currentSheet;
+    ASSERT_EQ(undoList.steps.size(), 1);
+    app.newWorkbook();
+    EXPECT_EQ(undoList.steps.size(), 0);
+    EXPECT_FALSE(app.pointMode);
+    EXPECT_EQ(app.pointSheet, nullptr);
+}
+
+TEST(Application, forgetsTheHistoryOnRequest)
+{
+    TestPlatform machine;
+    Application app;
+    clearSelection(ClearAll);
+    refreshCommandState();
+    ASSERT_TRUE(app.commandState.entry(CommandUndo)->enabled);
+    app.forgetHistory();
+    EXPECT_EQ(undoList.steps.size(), 0);
+    EXPECT_FALSE(app.commandState.entry(CommandUndo)->enabled);
+    EXPECT_EQ(app.commandState.entry(CommandUndo)->text, u"&Undo ");
+}
+
+TEST(Application, selectsInThePointSelectionWhilePointing)
+{
+    TestPlatform machine;
+    Application app;
+    EXPECT_EQ(&app.activeSelection(), &workbook->currentSheet->selection);
+    app.pointMode = true;
+    EXPECT_EQ(&app.activeSelection(), &app.pointSelection);
 }
 
 TEST(Application, asksAboutChangesOnlyIfThereAreAny)

@@ -109,9 +109,9 @@ void SettingsFile::open()
     lines_->file.reset(g_key_file_new());
     if (!isReadable(path_.c_str()))
         return;
-    // A file that breaks off in the middle would leave the lines before.
     const GKeyFileFlags flags =
         static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
+    // Half of a damaged file is worse than none of it.
     if (g_key_file_load_from_file(lines_->file.get(), path_.c_str(), flags, nullptr) == FALSE)
         lines_->file.reset(g_key_file_new());
 }
