@@ -298,6 +298,48 @@ TEST(SettingsStore, doesNotWaitForWhatIsNoFile)
     }
 }
 
+TEST(SettingsStore, takesNoDevicesPlace)
+{
+    const TempFolder folder;
+    ASSERT_EQ(::mkfifo(folder.file("pipe").c_str(), S_IRUSR | S_IWUSR), 0);
+    for (const std::string& path : {folder.file("pipe"), std::string("/dev/null")}) {
+        SettingsFile store(path);
+        store.setNumber("A", 1);
+        EXPECT_FALSE(store.keep()) << path;
+        EXPECT_FALSE(std::filesystem::is_regular_file(path)) << path;
+    }
+}
+
+TEST(SettingsStore, leavesAFileThatNobodyMayWrite)
+{
+    const TempFolder folder;
+    folder.write("settings", "[Settings]\nA=1\n");
+    ASSERT_EQ(::chmod(folder.file("settings").c_str(), S_IRUSR), 0);
+    SettingsFile store(folder.file("settings"));
+    store.open();
+    EXPECT_EQ(numberOf(store, "A"), 1);
+    store.setNumber("A", 2);
+    EXPECT_FALSE(store.keep());
+    store.open();
+    EXPECT_EQ(numberOf(store, "A"), 1);
+}
+
+TEST(SettingsStore, writesBehindALinkAndKeepsTheMode)
+{
+    const TempFolder folder;
+    folder.write("real", "[Settings]\nA=1\n");
+    ASSERT_EQ(::chmod(folder.file("real").c_str(), S_IRUSR | S_IWUSR), 0);
+    std::filesystem::create_symlink("real", folder.file("settings"));
+    SettingsFile store(folder.file("settings"));
+    store.open();
+    store.setNumber("A", 2);
+    EXPECT_TRUE(store.keep());
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.file("settings")));
+    EXPECT_EQ(folder.read("real"), "[Settings]\nA=2\n");
+    EXPECT_EQ(std::filesystem::status(folder.file("real")).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+}
+
 TEST(SettingsStore, leavesNothingBesideItsFile)
 {
     const TempFolder folder;

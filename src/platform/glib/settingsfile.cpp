@@ -2,8 +2,11 @@
 
 #include <charconv>
 #include <cstring>
+#include <filesystem>
 #include <glib.h>
 #include <glib/gstdio.h>
+#include <sys/stat.h>
+#include <system_error>
 
 namespace vorn {
 
@@ -11,8 +14,10 @@ namespace {
 
 constexpr const char* Group = "Settings";
 constexpr goffset LargestFile = goffset{1} << 24;
-constexpr int FileMode = 0600;
-constexpr int FolderMode = 0700;
+constexpr int NewFileMode = 0666;
+constexpr int NewFolderMode = 0777;
+constexpr unsigned Permissions = 0777;
+constexpr unsigned AnyoneWrites = 0222;
 constexpr char HexDigits[] = "0123456789abcdef";
 constexpr char32_t Replacement = 0xFFFD;
 
@@ -77,8 +82,27 @@ bool isReadable(const char* path)
 {
     GStatBuf status;
     // Anything but a file of bytes might never end.
-    return g_file_test(path, G_FILE_TEST_IS_REGULAR) != FALSE && g_stat(path, &status) == 0 &&
-           status.st_size <= LargestFile;
+    return g_stat(path, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= LargestFile;
+}
+
+// Where a file can take the place of `path`, and with which mode. A link leads to what it stands
+// for, which else would become a file of its own beside it; a device or a pipe has no other to take
+// its place, and a file that nobody may write keeps what it holds.
+bool isReplaceable(std::string& path, int& mode)
+{
+    GStatBuf status;
+    mode = NewFileMode;
+    if (g_stat(path.c_str(), &status) != 0)
+        return true; // there is none yet
+    if (!S_ISREG(status.st_mode) || (status.st_mode & AnyoneWrites) == 0)
+        return false;
+    mode = static_cast<int>(status.st_mode & Permissions);
+    std::error_code failure;
+    const std::filesystem::path real = std::filesystem::canonical(path, failure);
+    if (failure)
+        return false;
+    path = real.string();
+    return true;
 }
 
 } // namespace
@@ -183,12 +207,16 @@ void SettingsFile::setBytes(std::string_view name, const std::vector<unsigned ch
 
 bool SettingsFile::keep()
 {
-    const Text folder(g_path_get_dirname(path_.c_str()));
-    g_mkdir_with_parents(folder.get(), FolderMode);
+    std::string path = path_;
+    int mode = 0;
+    if (!isReplaceable(path, mode))
+        return false;
+    const Text folder(g_path_get_dirname(path.c_str()));
+    g_mkdir_with_parents(folder.get(), NewFolderMode);
     gsize length = 0;
     const Text bytes(g_key_file_to_data(lines_->file.get(), &length, nullptr));
-    return g_file_set_contents_full(path_.c_str(), bytes.get(), static_cast<gssize>(length),
-                                    G_FILE_SET_CONTENTS_CONSISTENT, FileMode, nullptr) != FALSE;
+    return g_file_set_contents_full(path.c_str(), bytes.get(), static_cast<gssize>(length),
+                                    G_FILE_SET_CONTENTS_CONSISTENT, mode, nullptr) != FALSE;
 }
 
 } // namespace vorn
