@@ -52,14 +52,25 @@ void releaseInstruction(const std::uint8_t* instruction)
         deleteFormulaCell(heldValue(instruction).formula());
 }
 
-// For code that never became a block. The texts of a formula that was given up stay in the pool.
-void releaseValues(const std::uint8_t* instruction, std::uint32_t bytes)
+// For code that never became a block.
+void releaseInstructions(const std::uint8_t* instruction, std::uint32_t bytes,
+                         bool (*isReleased)(std::uint8_t opcode))
 {
     const std::uint8_t* end = instruction + bytes;
     for (; instruction < end; instruction = nextInstruction(instruction)) {
-        if (*instruction == OpPushValue)
+        if (isReleased(*instruction))
             releaseInstruction(instruction);
     }
+}
+
+bool isAny(std::uint8_t)
+{
+    return true;
+}
+
+bool isPushValue(std::uint8_t opcode)
+{
+    return opcode == OpPushValue;
 }
 
 } // namespace
@@ -84,7 +95,7 @@ void ByteCodeWriter::append(const void* bytes, std::uint32_t count)
     if (!failed_ && (size_ + count <= capacity_ || grow(count)))
         std::memcpy(buffer_ + CountBytes + size_, bytes, count);
     else
-        releaseValues(static_cast<const std::uint8_t*>(bytes), count);
+        releaseInstructions(static_cast<const std::uint8_t*>(bytes), count, isAny);
     size_ += count;
 }
 
@@ -95,26 +106,29 @@ void ByteCodeWriter::patch(std::uint32_t position, const void* bytes, std::uint3
         std::memcpy(buffer_ + CountBytes + position, bytes, count);
 }
 
-void ByteCodeWriter::releaseWritten()
+void ByteCodeWriter::freeBuffer()
 {
-    if (buffer_ == nullptr)
-        return;
-    releaseValues(buffer_ + CountBytes, size_);
-    blockResizer(buffer_, 0);
+    if (buffer_ != nullptr)
+        blockResizer(buffer_, 0);
     buffer_ = nullptr;
     capacity_ = 0;
 }
 
+// The texts of a formula that was given up stay in the pool.
 void ByteCodeWriter::clear()
 {
-    releaseWritten();
+    if (buffer_ != nullptr)
+        releaseInstructions(buffer_ + CountBytes, size_, isPushValue);
+    freeBuffer();
     size_ = 0;
     failed_ = false;
 }
 
 void ByteCodeWriter::abandon()
 {
-    releaseWritten();
+    if (buffer_ != nullptr)
+        releaseInstructions(buffer_ + CountBytes, size_, isAny);
+    freeBuffer();
     failed_ = true;
     raiseError(ErrorMemory);
 }
@@ -137,23 +151,29 @@ bool ByteCodeWriter::close()
     return !failed_;
 }
 
+// Behind a block that was made, which owns now what the code holds; or behind one that was not.
+void ByteCodeWriter::end(bool made)
+{
+    if (made)
+        freeBuffer();
+    else
+        abandon();
+    clear();
+}
+
 std::uint8_t* ByteCodeWriter::finish()
 {
     void* block = close() ? heapAlloc(CountBytes + size_) : nullptr;
-    if (block != nullptr) {
+    if (block != nullptr)
         std::memcpy(block, buffer_, CountBytes + size_);
-        size_ = 0; // what it holds has passed to the block
-    }
-    clear();
+    end(block != nullptr);
     return static_cast<std::uint8_t*>(block);
 }
 
 std::int32_t ByteCodeWriter::finishInPool()
 {
     const std::int32_t index = close() ? formulaPool->add(buffer_, CountBytes + size_, 1) : -1;
-    if (index != -1)
-        size_ = 0; // what it holds has passed to the entry
-    clear();
+    end(index != -1);
     return index;
 }
 

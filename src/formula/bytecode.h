@@ -112,7 +112,8 @@ public:
     // Overwrites `count` bytes that were written before.
     void patch(std::uint32_t position, const void* bytes, std::uint32_t count);
 
-    // Drops what was written and begins anew. Texts that OpPushText holds stay in the pool.
+    // Drops what was written and begins anew. The texts of OpPushText stay in the pool then: they
+    // are those of a formula that did not compile.
     void clear();
 
     // Gives the code up, as if memory had been short: for a part of it that could not be made.
@@ -145,7 +146,8 @@ public:
 private:
     bool grow(std::uint32_t count);
     bool close();
-    void releaseWritten();
+    void end(bool made);
+    void freeBuffer();
 
     // The first four bytes of the buffer are kept for the block's count.
     std::uint8_t* buffer_ = nullptr;
