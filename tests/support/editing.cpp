@@ -1,0 +1,156 @@
+#include "support/editing.h"
+
+#include "core/formulacell.h"
+#include "core/heap.h"
+#include "editing/entry.h"
+#include "formula/references.h"
+#include "support/cells.h"
+
+#include <gtest/gtest.h>
+
+namespace vorn {
+namespace {
+
+std::u16string wide(std::string_view text)
+{
+    return {text.begin(), text.end()};
+}
+
+// Makes the sheet of a place the current one and reads its two corners as they are written.
+void findPlace(std::string_view place, CellRef& first, CellRef& second)
+{
+    const std::size_t mark = place.find('!');
+    if (mark != std::string_view::npos) {
+        Sheet* sheet = workbook->sheetAt(workbook->findSheet(wide(place.substr(0, mark))));
+        ASSERT_NE(sheet, nullptr) << place;
+        workbook->setCurrentSheet(sheet);
+        place.remove_prefix(mark + 1);
+    }
+    CellValue value;
+    ASSERT_TRUE(parseReferenceText(wide(place), value)) << place;
+    if (value.tag == TagSheetCellRef) {
+        first = second = value.cellRef();
+    } else {
+        first = value.rangeRef().first();
+        second = value.rangeRef().last();
+    }
+}
+
+std::string words(const CellStyle& style)
+{
+    std::string text;
+    for (const std::uint16_t word : style.words)
+        text += ' ' + std::to_string(word);
+    return text;
+}
+
+// A style by what it says: its number does not count.
+std::string describeStyle(int index)
+{
+    if (index < 0)
+        return " -";
+    const CellStyle& style = workbook->styles[index];
+    const FontRecord& font = workbook->fonts[style.font()];
+    const std::u16string_view face = font.face();
+    return words(style) + " font " + std::to_string(font.height) + ' ' +
+           std::to_string(font.weight) + ' ' + std::to_string(font.attributes) + ' ' +
+           std::to_string(font.underline) + ' ' + std::to_string(font.colour) + ' ' +
+           std::string(face.begin(), face.end());
+}
+
+std::string narrow(std::u16string_view text)
+{
+    return {text.begin(), text.end()};
+}
+
+std::string describeRow(const Sheet& sheet, int row)
+{
+    if (sheet.rowHeight(row) == sheet.defaultRowHeight && sheet.rowStyle(row) == 0 &&
+        !sheet.rowHidden(row) && !sheet.rowHasCustomHeight(row))
+        return {};
+    return "row " + std::to_string(row) + " height " + std::to_string(sheet.rowHeight(row)) +
+           (sheet.rowHasCustomHeight(row) ? " custom" : "") +
+           (sheet.rowHidden(row) ? " hidden" : "") + describeStyle(sheet.rowStyle(row)) + '\n';
+}
+
+std::string describeColumn(const Sheet& sheet, int column)
+{
+    const ColumnAttr record = sheet.columns.attributes(column);
+    if (record == ColumnAttr{})
+        return {};
+    return "column " + std::to_string(column) + " width " + std::to_string(record.width) +
+           " flags " + std::to_string(record.flags) + describeStyle(record.style) + '\n';
+}
+
+std::string describeCells(const Sheet& sheet)
+{
+    std::string text;
+    CellIterator iterator;
+    iterator.start(sheet, {0, 0, LastRow, LastColumn});
+    while (const Cell* cell = iterator.nextPresentCell()) {
+        text += narrow(cellRefToText(iterator.column(), iterator.row(), RelativeForm)) + ' ' +
+                describe(cell->value);
+        if (cell->value.tag == TagFormula)
+            text += ' ' + narrow(sheet.cellInput(iterator.column(), iterator.row())) + " is " +
+                    describe(cell->value.formula()->result);
+        text += describeStyle(cell->style) + '\n';
+    }
+    return text;
+}
+
+} // namespace
+
+EditDocument::EditDocument()
+{
+    beforeCloseDocument = clearUndo;
+}
+
+EditDocument::~EditDocument()
+{
+    clearUndo();
+    beforeCloseDocument = nullptr;
+}
+
+void EditDocument::select(std::string_view place)
+{
+    CellRef first;
+    CellRef second;
+    findPlace(place, first, second);
+    workbook->currentSheet->selection.select(first, second);
+}
+
+bool EditDocument::enter(std::string_view place, std::u16string_view text)
+{
+    select(place);
+    return enterCell(text);
+}
+
+std::u16string EditDocument::input(std::string_view place)
+{
+    Sheet* current = workbook->currentSheet;
+    CellRef cell;
+    CellRef second;
+    findPlace(place, cell, second);
+    const std::u16string text = workbook->currentSheet->cellInput(cell.column, cell.row);
+    workbook->setCurrentSheet(current);
+    return text;
+}
+
+std::string describeDocument()
+{
+    std::string text;
+    for (const Sheet* sheet : workbook->sheets) {
+        text += "sheet " + narrow(sheet->name()) + " height " +
+                std::to_string(sheet->defaultRowHeight) + " flags " +
+                std::to_string(sheet->rowFlags) + " width " +
+                std::to_string(sheet->columns.defaultWidth()) + '\n';
+        for (int column = 0; column < sheet->columns.size(); ++column)
+            text += describeColumn(*sheet, column);
+        for (int row = 0; row <= sheet->lastRow(); ++row)
+            text += describeRow(*sheet, row);
+        text += describeCells(*sheet);
+    }
+    return text;
+}
+
+} // namespace vorn
