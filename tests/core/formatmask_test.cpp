@@ -92,11 +92,11 @@ TEST(FormatMask, mergesAFontFieldByField)
         FontMaskFlag flag;
         FontRecord wanted;
     } cases[] = {
-        {MaskBold,      font(u"Tahoma", 200, 700)               },
-        {MaskItalic,    font(u"Tahoma", 200, 400, FontItalic)   },
-        {MaskUnderline, font(u"Tahoma", 200, 400, 0,          1)},
-        {MaskSize,      font(u"Tahoma", 480)                    },
-        {MaskFace,      font(u"Arial", 200)                     },
+        {MaskBold,        font(u"Tahoma", 200,               700)},
+        {MaskItalic,               font(u"Tahoma",                    200,         400, FontItalic)},
+        {MaskUnderline,            font(u"Tahoma",               200,                        400, 0, 1)},
+        {MaskSize,font(u"Tahoma",480)},
+        {MaskFace,             font(u"Arial",                           200)                                    },
     };
     for (const auto& c : cases) {
         FontRecord merged = plain;
@@ -180,19 +180,19 @@ TEST(FormatMask, findsTheFieldsInWhichFontsAgree)
         FontRecord other;
         int differs; // a flag; -1 for none
     } cases[] = {
-        {"the same font",        plain,                                    -1           },
-        {"weight 700",           font(u"Tahoma", 200, 700),                MaskBold     },
-        {"another weight",       font(u"Tahoma", 200, 800),                -1           },
-        {"the bold bit",         font(u"Tahoma", 200, 400, FontBold),      -1           },
-        {"italic",               font(u"Tahoma", 200, 400, FontItalic),    MaskItalic   },
-        {"strikeout",            font(u"Tahoma", 200, 400, FontStrikeout), -1           },
-        {"underlined",           font(u"Tahoma", 200, 400, 0,           1), MaskUnderline},
-        {"eleven points",        font(u"Tahoma", 220),                     MaskSize     },
-        {"ten and a half",       font(u"Tahoma", 210),                     -1           },
-        {"colour",               coloured,                                 MaskColour   },
-        {"face",                 font(u"Arial", 200),                      MaskFace     },
-        {"character set",        foreign,                                  MaskFace     },
-        {"family",               roman,                                    MaskFace     },
+        {"the same font", plain,                    -1       },
+        {"weight 700",    font(u"Tahoma",           200,       700), MaskBold},
+        {"another weight",       font(u"Tahoma",                               200,                         800), -1},
+        {"the bold bit",            font(u"Tahoma",  200,400, FontBold), -1},
+        {"italic",  font(u"Tahoma", 200,      400, FontItalic), MaskItalic},
+        {"strikeout",      font(u"Tahoma",                            200,                                     400, FontStrikeout), -1},
+        {"underlined",font(u"Tahoma",                     200,                      400, 0, 1), MaskUnderline},
+        {"eleven points",     font(u"Tahoma",                             220),                            MaskSize},
+        {"ten and a half",            font(u"Tahoma",      210),-1},
+        {"colour",               coloured,                            MaskColour                       },
+        {"face",            font(u"Arial",                                   200),                     MaskFace},
+        {"character set",               foreign,                         MaskFace               },
+        {"family",       roman,                               MaskFace},
     };
     for (const auto& c : cases) {
         FontMask wanted = FontMask().set();
