@@ -43,6 +43,22 @@ public:
 
     std::int64_t size() override { return static_cast<std::int64_t>(bytes.size()); }
 
+    bool reserve(std::uint64_t size) override
+    {
+        if (full && size > bytes.size())
+            return false;
+        bytes.resize(std::max(bytes.size(), static_cast<std::size_t>(size)));
+        return true;
+    }
+
+    bool cut(std::uint64_t size) override
+    {
+        bytes.resize(std::min(bytes.size(), static_cast<std::size_t>(size)));
+        return true;
+    }
+
+    bool flush() override { return true; }
+
     std::string bytes;
     std::size_t place = 0;
     std::size_t mostAtOnce = SIZE_MAX; // bytes that one call reads

@@ -1,9 +1,13 @@
 #include "platform/posix/files.h"
 
+#include "platform/posix/documentsfolder.h"
+#include "platform/posix/limitsignal.h"
+#include "platform/posix/lock.h"
 #include "platform/posix/path.h"
 
 #include <cerrno>
 #include <fcntl.h>
+#include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,6 +19,28 @@ constexpr mode_t AnyoneReads = S_IRUSR | S_IRGRP | S_IROTH;
 constexpr mode_t AnyoneWrites = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t NewFileMode = AnyoneReads | AnyoneWrites;
 constexpr mode_t NewFolderMode = S_IRWXU | S_IRWXG | S_IRWXO;
+
+// May these many bytes be a length of a file?
+bool isLength(std::uint64_t size)
+{
+    return size <= static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
+}
+
+bool cutTo(int descriptor, off_t size)
+{
+    int result = 0;
+    do
+        result = ::ftruncate(descriptor, size);
+    while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
+// Some file systems cannot keep room free. One that is asked to do so byte by byte needs to read
+// the file, which this descriptor may not be able to.
+bool isUnableToReserve(int error)
+{
+    return error == EOPNOTSUPP || error == ENOSYS || error == EINVAL || error == EBADF;
+}
 
 class PosixFile : public File {
 public:
@@ -34,6 +60,7 @@ public:
 
     bool write(const void* data, std::size_t size) override
     {
+        const LimitSignal limit;
         const char* bytes = static_cast<const char*>(data);
         while (size != 0) {
             const ssize_t count = ::write(descriptor_, bytes, size);
@@ -60,6 +87,42 @@ public:
         return status.st_size;
     }
 
+    bool reserve(std::uint64_t size) override
+    {
+        const std::int64_t former = this->size();
+        if (former < 0 || size == 0)
+            return true;
+        if (!isLength(size))
+            return false;
+        const LimitSignal limit;
+        int error = 0;
+        do
+            error = ::posix_fallocate(descriptor_, 0, static_cast<off_t>(size));
+        while (error == EINTR);
+        if (error == 0)
+            return true;
+        // Even where the length is the former one, this gives back the room behind it.
+        cutTo(descriptor_, static_cast<off_t>(former));
+        return isUnableToReserve(error);
+    }
+
+    bool cut(std::uint64_t size) override
+    {
+        if (this->size() < 0)
+            return true;
+        return isLength(size) && cutTo(descriptor_, static_cast<off_t>(size));
+    }
+
+    bool flush() override
+    {
+        int result = 0;
+        do
+            result = ::fsync(descriptor_);
+        while (result != 0 && errno == EINTR);
+        // A device or a pipe has nothing behind it that could be waited for.
+        return result == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP;
+    }
+
 private:
     int descriptor_;
 };
@@ -70,13 +133,40 @@ bool mayRead(const struct stat& status)
     return S_ISREG(status.st_mode) && (status.st_mode & AnyoneReads) != 0;
 }
 
-// Makes an opened file an empty one. Devices are written as they are.
-bool makeEmpty(int descriptor)
+// A name in this folder may be made or taken away, as far as its permission bits tell. They stop
+// everybody but the system's own user, so they are looked at.
+bool folderMayChange(const std::string& path)
+{
+    const std::size_t end = path.find_last_not_of('/');
+    const std::size_t slash = end == std::string::npos ? end : path.rfind('/', end);
+    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    struct stat status {};
+    return ::stat(folder.c_str(), &status) != 0 || (status.st_mode & AnyoneWrites) != 0;
+}
+
+bool isMissing(const std::string& path)
 {
     struct stat status {};
-    if (::fstat(descriptor, &status) != 0 || (status.st_mode & AnyoneWrites) == 0)
-        return false;
-    return !S_ISREG(status.st_mode) || ::ftruncate(descriptor, 0) == 0;
+    return ::lstat(path.c_str(), &status) != 0 && errno == ENOENT;
+}
+
+// A descriptor of an existing or a new file, to be written. Reading comes with it where that is
+// allowed: keeping room free may need it.
+int openDescriptor(const std::string& path)
+{
+    if (isMissing(path) && !folderMayChange(path))
+        return -1;
+    constexpr int Flags = O_CREAT | O_CLOEXEC;
+    const int descriptor = ::open(path.c_str(), O_RDWR | Flags, NewFileMode);
+    return descriptor >= 0 || errno != EACCES ? descriptor
+                                              : ::open(path.c_str(), O_WRONLY | Flags, NewFileMode);
+}
+
+// Looks at the mode for the same reason.
+bool mayWrite(int descriptor)
+{
+    struct stat status {};
+    return ::fstat(descriptor, &status) == 0 && (status.st_mode & AnyoneWrites) != 0;
 }
 
 } // namespace
@@ -89,7 +179,18 @@ std::unique_ptr<File> PosixFiles::openToRead(std::u16string_view path)
         return nullptr;
     auto file = std::make_unique<PosixFile>(descriptor);
     struct stat status {};
-    if (::fstat(descriptor, &status) != 0 || !mayRead(status))
+    if (::fstat(descriptor, &status) != 0 || !mayRead(status) || !keepOthersOut(descriptor))
+        return nullptr;
+    return file;
+}
+
+std::unique_ptr<File> PosixFiles::openToWrite(std::u16string_view path)
+{
+    const int descriptor = openDescriptor(pathBytes(path));
+    if (descriptor < 0)
+        return nullptr;
+    auto file = std::make_unique<PosixFile>(descriptor);
+    if (!mayWrite(descriptor) || !keepOthersOut(descriptor))
         return nullptr;
     return file;
 }
@@ -97,20 +198,19 @@ std::unique_ptr<File> PosixFiles::openToRead(std::u16string_view path)
 std::unique_ptr<File> PosixFiles::create(std::u16string_view path)
 {
     // Emptied only when it is known to be allowed, so that a refused file keeps its bytes.
-    const int descriptor =
-        ::open(pathBytes(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, NewFileMode);
-    if (descriptor < 0)
-        return nullptr;
-    auto file = std::make_unique<PosixFile>(descriptor);
-    if (!makeEmpty(descriptor))
+    std::unique_ptr<File> file = openToWrite(path);
+    if (file == nullptr || !file->cut(0))
         return nullptr;
     return file;
 }
 
 CreateNew PosixFiles::createNew(std::u16string_view path)
 {
+    const std::string bytes = pathBytes(path);
+    if (isMissing(bytes) && !folderMayChange(bytes))
+        return CreateNew::Failed;
     const int descriptor =
-        ::open(pathBytes(path).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, NewFileMode);
+        ::open(bytes.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, NewFileMode);
     if (descriptor < 0)
         return errno == EEXIST ? CreateNew::Exists : CreateNew::Failed;
     ::close(descriptor);
@@ -124,12 +224,19 @@ bool PosixFiles::exists(std::u16string_view path)
 
 bool PosixFiles::remove(std::u16string_view path)
 {
-    return ::unlink(pathBytes(path).c_str()) == 0;
+    const std::string bytes = pathBytes(path);
+    return folderMayChange(bytes) && ::unlink(bytes.c_str()) == 0;
 }
 
 bool PosixFiles::makeFolder(std::u16string_view path)
 {
-    return ::mkdir(pathBytes(path).c_str(), NewFolderMode) == 0;
+    const std::string bytes = pathBytes(path);
+    return folderMayChange(bytes) && ::mkdir(bytes.c_str(), NewFolderMode) == 0;
+}
+
+std::u16string PosixFiles::documentsFolder()
+{
+    return pathText(documentsFolderBytes());
 }
 
 } // namespace vorn

@@ -37,6 +37,45 @@ void appendUtf8(std::string& out, char32_t character)
     }
 }
 
+void appendUtf16(std::u16string& out, char32_t character)
+{
+    if (character >= 0x10000) {
+        out += static_cast<char16_t>(0xd800 + ((character - 0x10000) >> 10));
+        character = 0xdc00 + (character & 0x3ff);
+    }
+    out += static_cast<char16_t>(character);
+}
+
+// How many bytes a character takes that begins with this one; 0 if none does.
+std::size_t lengthByLead(unsigned char lead)
+{
+    if (lead < 0x80)
+        return 1;
+    if (lead < 0xc0 || lead >= 0xf8)
+        return 0;
+    return lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
+}
+
+// Cuts the first character off the front of some UTF-8; Replacement for what is none.
+char32_t takeCharacter(std::string_view& bytes)
+{
+    const auto lead = static_cast<unsigned char>(bytes.front());
+    const std::size_t length = lengthByLead(lead);
+    if (length == 0 || length > bytes.size())
+        return Replacement;
+    char32_t character = length == 1 ? lead : lead & (0x7fU >> length);
+    for (std::size_t at = 1; at < length; ++at)
+        character = character << 6 | (static_cast<unsigned char>(bytes[at]) & 0x3fU);
+    // Whatever was longer than it needs to be, or is no character, does not lead back here.
+    std::string again;
+    appendUtf8(again, character);
+    const bool isSurrogate = character >= 0xd800 && character < 0xe000;
+    if (isSurrogate || character > 0x10ffff || again != bytes.substr(0, length))
+        return Replacement;
+    bytes.remove_prefix(length);
+    return character;
+}
+
 } // namespace
 
 std::string pathBytes(std::u16string_view path)
@@ -51,6 +90,18 @@ std::string pathBytes(std::u16string_view path)
         else if (isLead(path[at]) || isTrail(path[at]))
             character = Replacement;
         appendUtf8(out, character);
+    }
+    return out;
+}
+
+std::u16string pathText(std::string_view bytes)
+{
+    std::u16string out;
+    while (!bytes.empty()) {
+        const char32_t character = takeCharacter(bytes);
+        if (character == Replacement)
+            return {};
+        appendUtf16(out, character);
     }
     return out;
 }
