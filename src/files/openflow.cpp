@@ -2,6 +2,7 @@
 
 #include "core/error.h"
 #include "files/csv.h"
+#include "files/filenames.h"
 #include "files/stream.h"
 #include "platform/files.h"
 #include "platform/platform.h"
@@ -66,7 +67,7 @@ constexpr int ReaderCount = std::size(Readers);
 void readDocument(const DocumentReader& reader, std::u16string_view path)
 {
     NewDocument(reader.sheets, reader.fileKind);
-    if (path.size() > static_cast<std::size_t>(PathMax))
+    if (isPathTooLong(path))
         raiseError(ErrorFileOpen);
     else
         reader.read(path);
@@ -92,6 +93,11 @@ DocumentKind documentKind(std::u16string_view path)
     return DocumentNative;
 }
 
+bool isPathTooLong(std::u16string_view path)
+{
+    return path.size() > std::size_t{PathMax};
+}
+
 void OpenDocument(std::u16string_view path)
 {
     platform.userInterface->showWaitCursor(true);
@@ -101,12 +107,13 @@ void OpenDocument(std::u16string_view path)
 
 std::u16string documentTitle()
 {
-    const std::u16string_view path = workbook->path;
-    if (path.empty())
-        return u"Vorn";
-    const std::size_t separator = path.find_last_of(u"/\\");
-    return std::u16string(separator == std::u16string_view::npos ? path
-                                                                 : path.substr(separator + 1));
+    const std::u16string& path = workbook->path;
+    return path.empty() ? u"Vorn" : std::u16string(nameOfPath(path));
+}
+
+bool fileExists(std::u16string_view path)
+{
+    return platform.files->createNew(path) == CreateNew::Exists;
 }
 
 } // namespace vorn

@@ -24,9 +24,14 @@ DocumentKind documentKind(std::u16string_view path);
 
 // Characters that a path may have.
 constexpr int PathMax = 260;
+bool isPathTooLong(std::u16string_view path);
 
 // Replaces the document by what the file holds.
 void OpenDocument(std::u16string_view path);
+
+// Is there a file of this name? The question is put by creating it, so a name that was free has an
+// empty file from then on.
+bool fileExists(std::u16string_view path);
 
 // What the window is called: the name of the document's file without its folder, or "Vorn".
 std::u16string documentTitle();
