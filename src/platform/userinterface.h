@@ -33,9 +33,10 @@ struct FileFilter {
 // What a file dialog begins with, and what it gives back.
 struct FileQuestion {
     enum Purpose {
-        Open,  // an existing file
-        Save,  // a new name, or one to write over; whoever asks cares for the question about that
-        Choose // a file that something else is done with
+        Open,   // an existing file
+        Save,   // a new name, or one to write over; whoever asks cares for the question about that
+        Choose, // a file that something else is done with
+        Properties // none: shows what the machine knows of the file
     };
 
     std::u16string_view title;

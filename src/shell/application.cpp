@@ -13,6 +13,7 @@
 #include "platform/platform.h"
 #include "platform/userinterface.h"
 #include "shell/commandhandlers.h"
+#include "shell/documentflow.h"
 #include "shell/settings.h"
 #include "shell/texteditor.h"
 
@@ -99,28 +100,14 @@ void Application::OpenDocument(std::u16string_view path)
     showDocument();
 }
 
-// No format can be written: whoever asks learns that no file was made, and the document stays.
-bool Application::SaveDocument(bool)
+bool Application::SaveDocument(bool askName)
 {
-    raiseError(ErrorFileCreate);
-    return false;
+    return saveDocument(askName) != SaveOutcome::NotSaved;
 }
 
 bool Application::PromptSaveChanges()
 {
-    if (!workbook->modified)
-        return true;
-    switch (
-        platform.userInterface->messageBox(u"Vorn", u"Save changes?", BoxButtons::YesNoCancel)) {
-    case BoxAnswer::Yes:
-        return SaveDocument(false);
-    case BoxAnswer::No:
-        return true;
-    case BoxAnswer::Cancel:
-    case BoxAnswer::Ok:
-        break;
-    }
-    return false;
+    return promptSaveChanges();
 }
 
 bool Application::enterCell(std::u16string_view text)

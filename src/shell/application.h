@@ -119,7 +119,7 @@ public:
     // What the file holds, in place of the document that stands (files/openflow.h).
     void OpenDocument(std::u16string_view path);
 
-    // Answers false if the document was not saved.
+    // Answers false if the save was cancelled or an error stands (shell/documentflow.h).
     bool SaveDocument(bool askName);
 
     // Asks about the changes of the document that is about to be replaced; false means that it

@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-// --- shell/fileactions.cpp
+// --- shell/fileactions.cpp: whoever calls those that open asks about unsaved changes before
 void openCommand();
 void saveCommand();
 void saveAsCommand();

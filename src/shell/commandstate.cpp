@@ -9,6 +9,7 @@
 #include "shell/application.h"
 #include "shell/commandhandlers.h"
 #include "shell/commands.h"
+#include "shell/recentfiles.h"
 #include "shell/selectionlook.h"
 #include "shell/texteditor.h"
 
@@ -17,9 +18,6 @@
 namespace vorn {
 
 namespace {
-
-// A longer path shows its end.
-constexpr std::size_t RecentTextMax = 30;
 
 // The state of an entry or of a button; null if there is none.
 template <typename States>
@@ -138,28 +136,15 @@ std::u16string entryText(const MenuRow& row)
     }
 }
 
-std::u16string recentText(int slot)
-{
-    std::u16string_view path = application->recentFiles[static_cast<std::size_t>(slot)];
-    std::u16string text = u"&";
-    text += static_cast<char16_t>(u'1' + slot);
-    text += u' ';
-    if (path.size() > RecentTextMax) {
-        path.remove_prefix(path.size() - RecentTextMax);
-        text += u"...";
-    }
-    text += path;
-    return text;
-}
-
 // The recent files stand where the placeholder does while there are none.
 void addRecentFiles(std::vector<EntryState>& entries, const MenuRow& placeholder)
 {
     bool any = false;
     for (int slot = 0; slot < RecentFileCount; ++slot) {
-        if (application->recentFiles[static_cast<std::size_t>(slot)].empty())
+        const std::u16string& path = application->recentFiles[static_cast<std::size_t>(slot)];
+        if (path.empty())
             continue;
-        entries.push_back({CommandRecentFile1 + slot, true, false, recentText(slot)});
+        entries.push_back({CommandRecentFile1 + slot, true, false, recentFileText(slot, path)});
         any = true;
     }
     if (!any)

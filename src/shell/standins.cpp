@@ -4,14 +4,6 @@
 
 namespace vorn {
 
-// --- shell/fileactions.cpp
-void openCommand() {}
-void saveCommand() {}
-void saveAsCommand() {}
-void deleteFileCommand() {}
-void filePropertiesCommand() {}
-void openRecentCommand(int) {}
-
 // --- shell/entry.cpp
 void autoSumCommand() {}
 void insertFunctionCommand() {}
