@@ -3,6 +3,7 @@
 #include "core/error.h"
 #include "files/csv.h"
 #include "files/filenames.h"
+#include "files/native.h"
 #include "files/stream.h"
 #include "platform/files.h"
 #include "platform/platform.h"
@@ -34,7 +35,23 @@ void readText(std::u16string_view path)
     ImportText(context);
 }
 
-// The binary formats have no reader: an existing file is refused as one of another format.
+void readNative(std::u16string_view path)
+{
+    const std::unique_ptr<File> file = openFile(path);
+    if (file == nullptr)
+        return;
+    const std::int64_t length = file->size();
+    if (length < 0 || length > std::int64_t{UINT32_MAX}) { // a stream counts no further
+        raiseError(ErrorFileRead);
+        return;
+    }
+    FileStream stream(*file);
+    TransferContext context;
+    context.stream = &stream;
+    loadNative(context, static_cast<std::uint32_t>(length));
+}
+
+// Pocket Excel has no reader: an existing file is refused as one of another format.
 void refuseFormat(std::u16string_view path)
 {
     if (openFile(path) != nullptr)
@@ -57,7 +74,7 @@ struct DocumentReader {
 
 // By DocumentKind.
 constexpr DocumentReader Readers[] = {
-    {nullptr, 0, FileKindNative,   true,  refuseFormat},
+    {nullptr, 0, FileKindNative,   true,  readNative  },
     {u"csv",  1, FileKindNative,   false, readText    },
     {u"pxl",  0, FileKindImported, true,  refuseFormat},
     {u"xls",  0, FileKindImported, true,  refuseExcel },

@@ -1,6 +1,8 @@
 #include "files/openflow.h"
 
 #include "core/error.h"
+#include "files/saveflow.h"
+#include "support/faultyfiles.h"
 #include "support/tempfolder.h"
 #include "support/testplatform.h"
 
@@ -79,6 +81,15 @@ TEST(OpenFlow, leavesANewDocumentAndTheCodeOfTheFailure)
     folder.write("a.xls", "text");
     fs::permissions(folder.write("closed.csv", "1"), fs::perms::none);
     fs::create_directory(folder.file("folder.csv"));
+    folder.write("empty.vn", "");
+    WriteFile(folder.path("whole.vn"));
+    folder.write("cut.vn", folder.read("whole.vn").substr(0, 500));
+    folder.write("huge.vn", folder.read("whole.vn"));
+    fs::resize_file(folder.file("huge.vn"), std::uintmax_t{5} << 30);
+    folder.write("open.csv", "1");
+    PosixFiles elsewhere;
+    const auto held = elsewhere.openToRead(folder.path("whole.vn"));
+    const auto heldText = elsewhere.openToWrite(folder.path("open.csv"));
     const struct {
         const char* behaviour;
         const char* name;
@@ -92,6 +103,11 @@ TEST(OpenFlow, leavesANewDocumentAndTheCodeOfTheFailure)
         {"a file within a file",   "a.xls/b",    ErrorFileOpen  },
         {"a file nobody may read", "closed.csv", ErrorFileOpen  },
         {"a file of another kind", "notes.txt",  ErrorFileFormat},
+        {"an empty file",          "empty.vn",   ErrorFileRead  },
+        {"one that is cut off",    "cut.vn",     ErrorFileRead  },
+        {"one beyond any count",   "huge.vn",    ErrorFileRead  },
+        {"one open elsewhere",     "whole.vn",   ErrorFileOpen  },
+        {"a text file too",        "open.csv",   ErrorFileOpen  },
         {"no Pocket Excel file",   "a.pxl",      ErrorFileFormat},
         {"no Excel file",          "a.xls",      ErrorExcelOpen },
     };
@@ -119,6 +135,58 @@ TEST(OpenFlow, readsATextFileIntoOneSheetWithoutAPath)
     EXPECT_EQ(documentTitle(), u"Vorn");
     EXPECT_FALSE(workbook->modified);
     EXPECT_EQ(document.machine.userInterface.waitDepth, 0);
+}
+
+TEST(OpenFlow, readsADocumentThatWasSavedWithItsPath)
+{
+    TestDocument document;
+    const TempFolder folder;
+    workbook->currentSheet->setCell(0, 0, {CellValue::makeNumber(5), 0});
+    workbook->addSheet(u"Fourth");
+    workbook->modified = true;
+    const std::u16string path = folder.path("a.doc");
+    WriteFile(path);
+    for (int time = 0; time < 2; ++time) { // no lock is left behind
+        NewDocument(NewDocumentSheets, FileKindNative);
+        OpenDocument(path);
+        EXPECT_EQ(errorState.code, ErrorNone);
+        ASSERT_EQ(workbook->sheets.size(), 4);
+        EXPECT_EQ(workbook->sheetAt(3)->name(), u"Fourth");
+        EXPECT_EQ(workbook->currentSheet->cellText(0, 0), u"5");
+        EXPECT_EQ(workbook->path, path);
+        EXPECT_EQ(workbook->fileKind, FileKindNative);
+        EXPECT_EQ(documentTitle(), u"a.doc");
+        EXPECT_FALSE(workbook->modified);
+    }
+}
+
+TEST(OpenFlow, leavesANewDocumentIfReadingFails)
+{
+    const TestDocument document;
+    const TempFolder folder;
+    const std::u16string path = folder.path("a.vn");
+    WriteFile(path);
+    FaultyFiles files;
+    files.failing = 2;
+    OpenDocument(path);
+    EXPECT_EQ(files.calls, (std::vector<std::string>{"openToRead", "read"}));
+    EXPECT_EQ(errorState.code, ErrorFileRead);
+    expectNewDocument("a disk that fails");
+}
+
+TEST(OpenFlow, findsOutWhetherAFileExistsByMakingIt)
+{
+    const TestDocument document;
+    const TempFolder folder;
+    EXPECT_TRUE(fileExists(folder.write("a.vn", "old")));
+    EXPECT_EQ(folder.read("a.vn"), "old");
+    EXPECT_FALSE(fileExists(folder.path("b.vn")));
+    EXPECT_TRUE(fs::exists(folder.file("b.vn")));
+    EXPECT_TRUE(fileExists(folder.path("b.vn"))) << "what the question itself left";
+    EXPECT_FALSE(fileExists(folder.path("no/such"))) << "nor where none can be made";
+    EXPECT_FALSE(fileExists(u""));
+    EXPECT_TRUE(fileExists(folder.path("."))) << "a folder is in the way of a file";
+    EXPECT_EQ(errorState.code, ErrorNone);
 }
 
 // A path inside `folder` that has exactly `length` characters and leads to a file of one cell.
