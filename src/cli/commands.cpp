@@ -6,6 +6,7 @@
 #include "core/error.h"
 #include "core/input.h"
 #include "core/workbook.h"
+#include "files/saveflow.h"
 #include "functions/table.h"
 
 #include <cstdio>
@@ -132,6 +133,24 @@ int showFile(Script& script, const ShowRequest& request)
     }
     printCells(script.out, *place.sheet, range, request.form);
     return StatusDone;
+}
+
+int convertFile(Script& script, const ConvertRequest& request)
+{
+    const auto fail = [&script](const std::string& file) {
+        reportError(script.out, file);
+        return StatusFailed;
+    };
+    const std::u16string to = fromUtf8(request.to);
+    if (!hasWriter(documentKind(to))) {
+        raiseError(ErrorFileCreate);
+        return fail(request.to);
+    }
+    script.app.OpenDocument(fromUtf8(request.from));
+    if (errorStands())
+        return fail(request.from);
+    WriteFile(to);
+    return errorStands() ? fail(request.to) : StatusDone;
 }
 
 int runScriptFile(Script& script, const std::string& file)

@@ -27,6 +27,15 @@ struct ShowRequest {
 
 int showFile(Script& script, const ShowRequest& request);
 
+// A file to read, and the one to write: its name decides on the format.
+struct ConvertRequest {
+    std::string from;
+    std::string to;
+};
+
+// Nothing is asked, and a file that cannot be written is not touched.
+int convertFile(Script& script, const ConvertRequest& request);
+
 // Runs the script in `file`; "-" is the standard input.
 int runScriptFile(Script& script, const std::string& file);
 

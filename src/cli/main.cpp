@@ -18,6 +18,7 @@ struct Call {
     MachineOptions machine;
     std::vector<std::string> expressions;
     ShowRequest show;
+    ConvertRequest convert;
     std::string form = "text";
     std::string scriptFile = "-";
     std::string functionName;
@@ -72,16 +73,17 @@ void addCommands(CLI::App& program, Call& call)
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "input", "value"}));
 
+    CLI::App* convert = addCommand(program, "convert", "Write a file in another format");
+    convert->add_option("IN", call.convert.from, "The file to read")->required();
+    convert->add_option("OUT", call.convert.to, "The file to write")->required();
+
     CLI::App* script = addCommand(program, "script", "Run a script");
     script->add_option("FILE", call.scriptFile, "The script; - or nothing is standard input");
 
     CLI::App* functions = addCommand(program, "functions", "Describe the functions of formulas");
     functions->add_option("NAME", call.functionName, "One function; all of them if left out");
 
-    for (const char* name : {"convert", "task"}) {
-        CLI::App* later = addCommand(program, name, "Does not exist yet");
-        later->prefix_command();
-    }
+    addCommand(program, "task", "Does not exist yet")->prefix_command();
     for (CLI::App* command : program.get_subcommands({}))
         addSharedOptions(*command, call.machine);
     addSharedOptions(program, call.machine);
@@ -107,12 +109,14 @@ int runDocumentCommand(const std::string& command, Call& call, Output& out, Scri
         call.show.form = formNamed(call.form);
         return showFile(script, call.show);
     }
+    if (command == "convert")
+        return convertFile(script, call.convert);
     return runScriptFile(script, call.scriptFile);
 }
 
 int runCommand(const std::string& command, Call& call, Output& out)
 {
-    if (command == "convert" || command == "task") {
+    if (command == "task") {
         out.error(command + " does not exist yet");
         return StatusFailed;
     }

@@ -206,6 +206,16 @@ void printDocument(Output& out, std::u16string_view title)
     out.endLine();
 }
 
+void printRecentFiles(Output& out, std::span<const std::u16string> files)
+{
+    for (const std::u16string& file : files) {
+        if (file.empty())
+            continue;
+        out << file;
+        out.endLine();
+    }
+}
+
 std::string numberDigits(double number)
 {
     if (std::isnan(number))

@@ -3,6 +3,7 @@
 
 #include "core/sheet.h"
 
+#include <span>
 #include <string>
 
 namespace vorn::cli {
@@ -28,6 +29,9 @@ void printColumns(Output& out, const Sheet& sheet, const RangeRef& range);
 void printSheets(Output& out);
 void printSelection(Output& out);
 void printDocument(Output& out, std::u16string_view title);
+
+// A line for each path, the latest first.
+void printRecentFiles(Output& out, std::span<const std::u16string> files);
 
 // The decimal form of a number that reads back as the same number, with as few digits as that
 // takes.

@@ -6,6 +6,9 @@
 #include "cli/utf8.h"
 #include "core/workbook.h"
 #include "platform/textrules.h"
+#include "shell/commands.h"
+
+#include <algorithm>
 
 namespace vorn::cli {
 
@@ -37,6 +40,26 @@ bool openVerb(Script& script, Argument argument)
         return script.fail("open needs a path");
     if (script.app.PromptSaveChanges())
         script.app.OpenDocument(argument);
+    return true;
+}
+
+bool saveVerb(Script&, Argument)
+{
+    onCommand(CommandSave);
+    return true;
+}
+
+bool saveasVerb(Script& script, Argument argument)
+{
+    if (argument.empty())
+        return script.fail("saveas needs a path");
+    std::deque<std::u16string>& answers = script.user.files;
+    const std::size_t others = answers.size();
+    answers.emplace_front(argument);
+    onCommand(CommandSaveAs);
+    // While the editor is open there is no such command, and nobody took the answer.
+    if (answers.size() > others)
+        answers.pop_front();
     return true;
 }
 
@@ -74,6 +97,14 @@ bool putVerb(Script& script, Argument argument)
 
 // --- Answers
 
+bool answerFile(Script& script, Argument answer)
+{
+    if (answer.empty())
+        return script.fail("answer file needs a path, or cancel");
+    script.user.files.emplace_back(answer == u"cancel" ? Argument() : answer);
+    return true;
+}
+
 bool answerVerb(Script& script, Argument argument)
 {
     static constexpr struct {
@@ -100,7 +131,10 @@ bool answerVerb(Script& script, Argument argument)
     }
     if (argument.starts_with(u"box"))
         return failAt(script, "no answer of a box:", argument);
-    return script.fail("answers to file dialogs and taps do not exist yet");
+    constexpr Argument File = u"file";
+    if (argument == File || argument.starts_with(u"file "))
+        return answerFile(script, argument.substr(std::min(File.size() + 1, argument.size())));
+    return script.fail("answers to taps do not exist yet");
 }
 
 // --- Printing
@@ -166,6 +200,12 @@ bool documentVerb(Script& script, Argument)
     return true;
 }
 
+bool recentVerb(Script& script, Argument)
+{
+    printRecentFiles(script.out, script.app.recentFiles);
+    return true;
+}
+
 // --- The table
 
 using VerbFunction = bool (*)(Script& script, Argument argument);
@@ -179,8 +219,8 @@ constexpr struct Verb {
 } Verbs[] = {
     {u"new",          newVerb                   },
     {u"open",         openVerb                  },
-    {u"save",         NotYet                    },
-    {u"saveas",       NotYet                    },
+    {u"save",         saveVerb                  },
+    {u"saveas",       saveasVerb                },
     {u"sheet",        sheetVerb                 },
     {u"select",       selectVerb                },
     {u"enter",        enterVerb                 },
@@ -215,7 +255,7 @@ constexpr struct Verb {
     {u"menu",         menuVerb                  },
     {u"history",      historyVerb               },
     {u"document",     documentVerb              },
-    {u"recent",       NotYet                    },
+    {u"recent",       recentVerb                },
     {u"lists",        listsVerb                 },
     {u"used",         usedVerb                  },
     {u"chart",        NotYet                    },

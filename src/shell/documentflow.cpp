@@ -28,7 +28,8 @@ SaveOutcome outcome(DocumentKind kind)
 
 void write(std::u16string_view path)
 {
-    WriteFile(path, application->fullScreen ? application->fullScreenZoom : 0);
+    const bool ownZoom = application->fullScreen && application->fullScreenZoomOn;
+    WriteFile(path, ownZoom ? application->fullScreenZoom : 0);
 }
 
 SaveOutcome saveToKnownPath()

@@ -1,4 +1,6 @@
 // vorn-cli from outside: calls, exit statuses, and what goes to which stream.
+#include "platform/posix/files.h"
+#include "support/filesizelimit.h"
 #include "support/program.h"
 
 #include <algorithm>
@@ -114,7 +116,7 @@ TEST(Program, explainsItself)
 TEST(Program, saysWhatDoesNotExistYet)
 {
     const TempFolder folder;
-    for (const char* call : {"convert a.csv b.xls", "task a.csv x -o b"}) {
+    for (const char* call : {"task a.csv x -o b", "task"}) {
         const Outcome outcome = runProgram(folder, call);
         EXPECT_EQ(outcome.status, 1) << call;
         EXPECT_NE(outcome.errors.find("does not exist yet"), std::string::npos) << call;
@@ -156,6 +158,80 @@ TEST(Program, showsAFile)
     EXPECT_EQ(runProgram(folder, "show b.csv").errors, "error 11 File open error: b.csv\n");
 }
 
+TEST(Program, convertsFiles)
+{
+    const TempFolder folder;
+    folder.write("a.csv", SampleCsv);
+    folder.write("old.vn", "old");
+    folder.write("old.xls", "old");
+    const struct {
+        const char* behaviour;
+        const char* arguments;
+        int status;
+        const char* errors;
+    } cases[] = {
+        {"text to our own format",      "convert a.csv a.vn",        0, ""                                       },
+        {"over whatever is there",      "convert a.csv old.vn",      0, ""                                       },
+        {"our own to itself",           "convert a.vn a.vn",         0, ""                                       },
+        {"any other extension is ours", "convert a.vn b.doc",        0, ""                                       },
+        {"and none at all",             "convert a.vn b",            0, ""                                       },
+        {"into a folder that is gone",  "convert a.vn new/c.vn",     0, ""                                       },
+        {"but not into two",            "convert a.vn no/such/c.vn", 1,
+         "error 10 File creation error: no/such/c.vn\n"                                                          },
+        {"text is not written",         "convert a.vn c.csv",        1, "error 10 File creation error: c.csv\n"  },
+        {"nor Pocket Excel",            "convert a.vn c.pxl",        1, "error 10 File creation error: c.pxl\n"  },
+        {"nor Excel",                   "convert a.vn old.xls",      1, "error 10 File creation error: old.xls\n"},
+        {"a file that is not there",    "convert c.vn d.vn",         1, "error 11 File open error: c.vn\n"       },
+        {"a file of another format",    "convert old.xls d.vn",      1,
+         "error 40 File open error. Vorn supports only documents created in Microsoft Excel 5.0, "
+         "95, 97 or 2000.: old.xls\n"                                                                            },
+    };
+    for (const auto& c : cases) {
+        const Outcome outcome = runProgram(folder, c.arguments);
+        EXPECT_EQ(outcome.status, c.status) << c.behaviour;
+        EXPECT_EQ(outcome.output, "") << c.behaviour;
+        EXPECT_EQ(outcome.errors, c.errors) << c.behaviour;
+    }
+    for (const char* name : {"a.vn", "old.vn", "b.doc", "b", "new/c.vn"})
+        EXPECT_EQ(runProgram(folder, std::string("show ") + name).output, "1\tx\n2\ty,z\n") << name;
+    EXPECT_EQ(folder.read("old.xls"), "old") << "what cannot be written is not touched";
+    for (const char* name : {"c.csv", "c.pxl", "d.vn", "no"})
+        EXPECT_FALSE(fs::exists(folder.file(name))) << name;
+}
+
+TEST(Program, keepsOutOfAFileThatIsOpenElsewhere)
+{
+    const TempFolder folder;
+    folder.write("a.csv", SampleCsv);
+    folder.write("open.vn", "old");
+    ASSERT_EQ(runProgram(folder, "convert a.csv a.vn").status, 0);
+    PosixFiles files;
+    const auto read = files.openToRead(folder.path("a.vn"));
+    const auto written = files.openToWrite(folder.path("open.vn"));
+    EXPECT_EQ(runProgram(folder, "show a.vn").errors, "error 11 File open error: a.vn\n");
+    EXPECT_EQ(runProgram(folder, "convert a.csv open.vn").errors,
+              "error 10 File creation error: open.vn\n");
+    EXPECT_EQ(folder.read("open.vn"), "old");
+}
+
+TEST(Program, survivesTheLimitOfTheProcess)
+{
+    const TempFolder folder;
+    folder.write("a.csv", SampleCsv);
+    folder.write("old.vn", "old");
+    folder.write("s.txt", "open a.csv\nanswer box yes\nsaveas old.vn\ntext A1\n");
+    Outcome outcome;
+    {
+        const FileSizeLimit limit(512); // which the program inherits
+        outcome = runProgram(folder, "script s.txt");
+    }
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "box \"Vorn\" \"old.vn already exists. Do you want to replace it?\" "
+                              "answered yes\n"
+                              "box \"Vorn\" \"File write error\"\n1\n");
+    EXPECT_EQ(folder.read("old.vn"), "old");
+}
+
 TEST(Program, cannotOpenWhatNobodyMayRead)
 {
     const TempFolder folder;
@@ -175,25 +251,28 @@ TEST(Program, tellsWhereAScriptStops)
         const char* errors;
     } cases[] = {
         {"an unknown verb",                      "text A1\nnonsense 1\ntext A1\n", "\n",
-         "s.txt:2: unknown verb: 'nonsense'\n"                                                                           },
-        {"a verb that is still to come",         "\n# x\nsave\n",                  "",
-         "s.txt:3: this verb does not exist yet: 'save'\n"                                                               },
-        {"a line that begins with a blank",      " text A1\n",                     "",    "s.txt:1: unknown verb: ''\n"  },
-        {"a reference that is none",             "text A0\n",                      "",    "s.txt:1: no reference: 'A0'\n"},
-        {"no reference at all",                  "select\n",                       "",    "s.txt:1: no reference: ''\n"  },
+         "s.txt:2: unknown verb: 'nonsense'\n"                                                                            },
+        {"a verb that is still to come",         "\n# x\nchart\n",                 "",
+         "s.txt:3: this verb does not exist yet: 'chart'\n"                                                               },
+        {"a line that begins with a blank",      " text A1\n",                     "",    "s.txt:1: unknown verb: ''\n"   },
+        {"a reference that is none",             "text A0\n",                      "",    "s.txt:1: no reference: 'A0'\n" },
+        {"no reference at all",                  "select\n",                       "",    "s.txt:1: no reference: ''\n"   },
         {"a reference with something behind it", "select A1 B2\n",                 "",
-         "s.txt:1: no reference: 'A1 B2'\n"                                                                              },
+         "s.txt:1: no reference: 'A1 B2'\n"                                                                               },
         {"a sheet that is not there",            "select Sheet4!A1\n",             "",
-         "s.txt:1: no reference: 'Sheet4!A1'\n"                                                                          },
-        {"nor by name",                          "sheet Sheet4\n",                 "",    "s.txt:1: no sheet: 'Sheet4'\n"},
-        {"nor by number",                        "sheet 4\n",                      "",    "s.txt:1: no sheet: '4'\n"     },
-        {"row 0",                                "row 0\n",                        "",    "s.txt:1: no row: '0'\n"       },
-        {"a row beyond the last",                "row 16385\n",                    "",    "s.txt:1: no row: '16385'\n"   },
+         "s.txt:1: no reference: 'Sheet4!A1'\n"                                                                           },
+        {"nor by name",                          "sheet Sheet4\n",                 "",    "s.txt:1: no sheet: 'Sheet4'\n" },
+        {"nor by number",                        "sheet 4\n",                      "",    "s.txt:1: no sheet: '4'\n"      },
+        {"row 0",                                "row 0\n",                        "",    "s.txt:1: no row: '0'\n"        },
+        {"a row beyond the last",                "row 16385\n",                    "",    "s.txt:1: no row: '16385'\n"    },
         {"an answer that no box knows",          "answer box maybe\n",             "",
-         "s.txt:1: no answer of a box: 'box maybe'\n"                                                                    },
-        {"open without a path",                  "open\n",                         "",    "s.txt:1: open needs a path\n" },
+         "s.txt:1: no answer of a box: 'box maybe'\n"                                                                     },
+        {"open without a path",                  "open\n",                         "",    "s.txt:1: open needs a path\n"  },
+        {"saveas without one",                   "saveas\n",                       "",    "s.txt:1: saveas needs a path\n"},
+        {"nor an answer without one",            "answer file\n",                  "",
+         "s.txt:1: answer file needs a path, or cancel\n"                                                                 },
         {"what was printed stays",               "put A1 5\r\ntext A1\r\nx\r\n",   "5\n",
-         "s.txt:3: unknown verb: 'x'\n"                                                                                  },
+         "s.txt:3: unknown verb: 'x'\n"                                                                                   },
     };
     for (const auto& c : cases) {
         folder.write("s.txt", c.script);

@@ -110,7 +110,7 @@ TEST_F(FileActions, openCompletesTheNameAsTheSaveDialogDoes)
         openCommand();
         const bool excel = c.filter == 3;
         EXPECT_EQ(takeError(), excel ? ErrorExcelOpen : ErrorFileOpen) << c.behaviour;
-        folder.write(c.sought, "x");
+        folder.write(c.sought, "no records at all");
         user.files = {folder.path("a")};
         openCommand();
         EXPECT_EQ(takeError(), excel ? ErrorExcelOpen : ErrorFileFormat) << c.behaviour;
