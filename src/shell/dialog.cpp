@@ -309,6 +309,13 @@ void DialogModel::tellPageTurned()
         observer->pageTurned();
 }
 
+const std::u16string& DialogModel::chosenEntry(int control) const
+{
+    const Control& list = at(control);
+    assert(list.selected != NoEntry);
+    return list.entries[static_cast<std::size_t>(list.selected)];
+}
+
 int DialogModel::wholeNumber(int control) const
 {
     std::u16string_view digits = at(control).text;

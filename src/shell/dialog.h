@@ -172,6 +172,7 @@ protected:
 
     const std::u16string& text(int control) const { return at(control).text; }
     int selected(int control) const { return at(control).selected; }
+    const std::u16string& chosenEntry(int control) const; // there must be one
     BoxState boxState(int control) const { return at(control).box; }
     bool isOn(int control) const { return at(control).box == BoxState::On; }
 

@@ -13,13 +13,6 @@ void commitCommand() {}
 void cancelCommand() {}
 
 // --- shell/dialogs
-void goToCommand() {}
-void sheetsCommand() {}
-void zoomCommand() {}
-void aboutCommand() {}
-void findCommand() {}
-void replaceCommand() {}
-void optionsCommand() {}
 void rowHeightCommand() {}
 void columnWidthCommand() {}
 void formatCellsCommand() {}
