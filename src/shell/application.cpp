@@ -4,6 +4,7 @@
 #include "core/error.h"
 #include "core/input.h"
 #include "core/workbook.h"
+#include "editing/find.h"
 #include "editing/undo.h"
 #include "files/openflow.h"
 #include "functions/random.h"
@@ -54,6 +55,7 @@ Application::Application() : documentFolder(DefaultDocumentFolder)
         raiseError(ErrorInitialization);
     seedRandom(platform.clock->milliseconds());
     setUsedFunctionsToDefault();
+    findSettings = {};
 }
 
 Application::~Application()
