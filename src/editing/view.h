@@ -8,7 +8,9 @@
 namespace vorn {
 
 // Marks of markDirty.
-constexpr std::uint16_t DirtyAll = 8; // the whole sheet
+constexpr std::uint16_t DirtySelection = 4; // only what is selected
+constexpr std::uint16_t DirtyAll = 8;       // the whole sheet
+constexpr std::uint16_t DirtyScrolled = 16; // the view moved over the sheet
 
 class DocumentView {
 public:

@@ -14,9 +14,9 @@
 #include "platform/platform.h"
 #include "platform/userinterface.h"
 #include "shell/commandhandlers.h"
+#include "shell/cursor.h"
 #include "shell/documentflow.h"
 #include "shell/settings.h"
-#include "shell/texteditor.h"
 
 #include <algorithm>
 
@@ -38,6 +38,7 @@ void leaveDocument()
     clearTaskMenu();
     application->pointMode = false;
     application->pointSheet = nullptr;
+    application->formulaBar.abandon();
 }
 
 } // namespace
@@ -179,6 +180,8 @@ void Application::sheetChanged()
 
 void Application::activeCellMoved()
 {
+    const Selection& selection = workbook->currentSheet->selection;
+    scrollIntoView(selection.activeColumn, selection.activeRow, ShowCell);
     markDirty(DirtyAll);
 }
 

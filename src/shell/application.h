@@ -10,6 +10,8 @@
 #include "core/sheet.h"
 #include "editing/view.h"
 #include "shell/commandstate.h"
+#include "shell/formulabar.h"
+#include "shell/gridlayout.h"
 
 #include <array>
 #include <cstdint>
@@ -18,8 +20,6 @@
 #include <vector>
 
 namespace vorn {
-
-class TextEditor; // shell/texteditor.h
 
 constexpr int RecentFileCount = 4;
 constexpr int UsedFunctionCount = 10;
@@ -83,6 +83,11 @@ public:
 
     CommandState commandState;
 
+    // --- The window
+
+    Rect clientArea = DefaultClientArea; // less menu and toolbar
+    int tabDivider = firstTabDivider(DefaultClientArea.width());
+
     // --- Pointing at cells while a formula is written
 
     bool pointMode = false;
@@ -97,8 +102,12 @@ public:
     int repaintLock = 0;          // while above 0 nothing is painted
     std::uint16_t dirtyMarks = 0; // what the next painting has to do; it clears them
 
-    // The editor of cell texts; null where there is none.
-    TextEditor* textEditor = nullptr;
+    // --- The editor
+
+    FormulaBar formulaBar;
+
+    // What the commands take for the editor; null where there is none.
+    TextEditor* textEditor = &formulaBar;
 
     // Moves a function to the front of usedFunctions.
     void noteUsedFunction(int row);

@@ -93,6 +93,9 @@ public:
     int first() const { return isFrozen() ? frozenFirst_ : scrollFirst_; }
     int leastScroll() const { return isFrozen() ? frozenLast_ + 1 : 0; }
 
+    // Does it lie before what is seen, or under the frozen ones?
+    bool isScrolledAway(int index) const { return !isFrozen(index) && index < scrollFirst_; }
+
     int start() const { return start_; }
     int end() const { return end_; }
 

@@ -1,4 +1,4 @@
-// A clipboard that lives with the program. Nothing can be put on it so far.
+// A clipboard that lives with the program.
 #pragma once
 
 #include "platform/clipboard.h"
@@ -21,10 +21,19 @@ public:
     }
 
     bool holds(unsigned) override { return false; }
-    bool holdsText() override { return false; }
+    bool holdsText() override { return hasText_; }
+
+    void putText(std::u16string_view text) override
+    {
+        text_ = text;
+        hasText_ = true;
+    }
+    std::u16string text() override { return text_; }
 
 private:
     std::vector<std::u16string> names_;
+    std::u16string text_;
+    bool hasText_ = false;
 };
 
 } // namespace vorn
