@@ -33,6 +33,9 @@ public:
     bool write(const void*, std::size_t) override { return false; }
     bool seek(std::uint64_t) override { return false; }
     std::int64_t size() override { return static_cast<std::int64_t>(size_); }
+    bool reserve(std::uint64_t) override { return false; }
+    bool cut(std::uint64_t) override { return false; }
+    bool flush() override { return false; }
 
 private:
     const std::uint8_t* data_;

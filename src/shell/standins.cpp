@@ -4,6 +4,20 @@
 
 namespace vorn {
 
+// --- editing/format.cpp and rowcolumn.cpp
+void boldCommand() {}
+void italicCommand() {}
+void underlineCommand() {}
+void alignLeftCommand() {}
+void alignCenterCommand() {}
+void alignRightCommand() {}
+void autofitColumnsCommand() {}
+void hideColumnsCommand() {}
+void showColumnsCommand() {}
+void autofitRowsCommand() {}
+void hideRowsCommand() {}
+void showRowsCommand() {}
+
 // --- shell/dialogs
 void rowHeightCommand() {}
 void columnWidthCommand() {}

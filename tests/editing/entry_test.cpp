@@ -182,11 +182,11 @@ TEST_F(Entry, recalculatesOnEveryRoad)
 TEST_F(Entry, changesNothingWhenAFormulaDoesNotCompile)
 {
     EXPECT_TRUE(EditDocument::enter("A1", u"7"));
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     workbook->modified = false;
     EXPECT_FALSE(EditDocument::enter("A1", u"=1+"));
     EXPECT_EQ(errorState.code, ErrorEndOfFormula);
-    EXPECT_EQ(describeDocument(), before);
+    EXPECT_EQ(describeSheets(), before);
     EXPECT_EQ(undoList.steps.size(), 1);
     EXPECT_FALSE(workbook->modified);
     clearError();

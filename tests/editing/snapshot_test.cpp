@@ -83,7 +83,7 @@ void fill(Sheet& sheet)
 TEST_F(Snapshot, bringsBackWhatEveryKindOfSelectionHeld)
 {
     fill(sheet);
-    const std::string whole = describeDocument();
+    const std::string whole = describeSheets();
     for (const char* place : {"B3", "A1:B2", "B4:D9", "A1:IV3", "A4:IV16384", "B1:C16384",
                               "E1:IV16384", "A1:IV16384", "F20:G30"}) {
         EditDocument::select(place);
@@ -103,10 +103,10 @@ TEST_F(Snapshot, bringsBackWhatEveryKindOfSelectionHeld)
         }
         if (range.isWholeColumns())
             sheet.columns.setColumnAttr(range.firstColumn, range.lastColumn, {6000, 3, 1});
-        EXPECT_NE(describeDocument(), whole) << place;
+        EXPECT_NE(describeSheets(), whole) << place;
         runCode(code);
         recalculate();
-        EXPECT_EQ(describeDocument(), whole) << place;
+        EXPECT_EQ(describeSheets(), whole) << place;
         release();
         EXPECT_EQ(poolFaults(), "") << place;
     }
@@ -168,7 +168,7 @@ TEST_F(Snapshot, isWholeOrNotThereWhateverAllocationIsRefused)
             sheet.setCell(column, row,
                           constantFormula(row, {place, static_cast<std::uint16_t>(column), 0}));
     }
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     EditDocument::select("A1:H1000");
     bool refusedOne = true;
     int refusals = 0;
@@ -184,7 +184,7 @@ TEST_F(Snapshot, isWholeOrNotThereWhateverAllocationIsRefused)
         refusals += refusedOne ? 1 : 0;
         release();
         EXPECT_EQ(poolFaults(), "") << refused;
-        EXPECT_EQ(describeDocument(), before) << refused;
+        EXPECT_EQ(describeSheets(), before) << refused;
     }
     EXPECT_GT(refusals, 5);
 }
@@ -195,13 +195,13 @@ TEST_F(Snapshot, copiesACellAsItIs)
                           blankCell(2),     Cell{},        constantFormula(1, {0, 0, 0}, 1)};
     for (const Cell& cell : cells) {
         sheet.setCell(0, 0, cell);
-        const std::string before = describeDocument();
+        const std::string before = describeSheets();
         ByteCodeWriter writer;
         emitPresentCell(writer, 0, 0);
         code = writer.finish();
         sheet.setCell(0, 0, numberCell(9, 0));
         runCode(code);
-        EXPECT_EQ(describeDocument(), before);
+        EXPECT_EQ(describeSheets(), before);
         release();
     }
     sheet.setCell(0, 0, Cell{});

@@ -397,7 +397,7 @@ TEST_F(Undo, keepsTheDocumentOrTheStepWhateverAllocationIsRefused)
             for (int step = 0; step < steps; ++step)
                 EXPECT_TRUE(EditDocument::enter("B1", texts[step]));
             EditDocument::select("B1");
-            const std::string before = describeDocument();
+            const std::string before = describeSheets();
             {
                 const AllocationWatch watch(refused);
                 const bool stored = enterCell(texts[steps]);
@@ -408,12 +408,12 @@ TEST_F(Undo, keepsTheDocumentOrTheStepWhateverAllocationIsRefused)
             clearError();
             EXPECT_EQ(poolFaults(), "") << refused;
             if (undoList.position == steps) {
-                EXPECT_EQ(describeDocument(), before) << refused;
+                EXPECT_EQ(describeSheets(), before) << refused;
                 continue;
             }
             EXPECT_EQ(undoList.position, steps + 1);
             undo();
-            EXPECT_EQ(describeDocument(), before) << refused;
+            EXPECT_EQ(describeSheets(), before) << refused;
             redo();
             EXPECT_EQ(EditDocument::input("B1"), texts[steps]) << refused;
             EXPECT_EQ(poolFaults(), "") << refused;
@@ -429,9 +429,9 @@ TEST_F(Undo, survivesTheRefusalOfAnyAllocationInUndoAndRedo)
             NewDocument(1, FileKindNative);
             EXPECT_TRUE(EditDocument::enter("B1", u"=\"long\"&A1"));
             EXPECT_TRUE(EditDocument::enter("B1", u"text"));
-            const std::string after = describeDocument();
+            const std::string after = describeSheets();
             undo();
-            const std::string before = describeDocument();
+            const std::string before = describeSheets();
             if (backwards)
                 redo();
             {
@@ -445,7 +445,7 @@ TEST_F(Undo, survivesTheRefusalOfAnyAllocationInUndoAndRedo)
             // With memory back, the other way and this way again mend what was not stored.
             backwards ? redo() : undo();
             backwards ? undo() : redo();
-            EXPECT_EQ(describeDocument(), backwards ? before : after) << refused;
+            EXPECT_EQ(describeSheets(), backwards ? before : after) << refused;
             EXPECT_EQ(poolFaults(), "") << refused;
         }
     }

@@ -334,37 +334,5 @@ TEST(Application, selectsInThePointSelectionWhilePointing)
     EXPECT_EQ(&app.activeSelection(), &app.pointSelection);
 }
 
-TEST(Application, asksAboutChangesOnlyIfThereAreAny)
-{
-    const struct {
-        const char* behaviour;
-        bool modified;
-        BoxAnswer answer;
-        bool asked;
-        bool goesOn;
-        int code;
-    } cases[] = {
-        {"a clean document goes",          false, BoxAnswer::Cancel, false, true,  ErrorNone      },
-        {"Cancel keeps a changed one",     true,  BoxAnswer::Cancel, true,  false, ErrorNone      },
-        {"No drops the changes",           true,  BoxAnswer::No,     true,  true,  ErrorNone      },
-        {"Yes keeps what cannot be saved", true,  BoxAnswer::Yes,    true,  false, ErrorFileCreate},
-    };
-    for (const auto& c : cases) {
-        TestPlatform machine;
-        Application app;
-        workbook->modified = c.modified;
-        machine.userInterface.answers = {c.answer};
-        EXPECT_EQ(app.PromptSaveChanges(), c.goesOn) << c.behaviour;
-        EXPECT_EQ(errorState.code, c.code) << c.behaviour;
-        ASSERT_EQ(machine.userInterface.boxes.size(), c.asked ? 1U : 0U) << c.behaviour;
-        if (c.asked) {
-            EXPECT_EQ(machine.userInterface.boxes[0].text, u"Save changes?");
-            EXPECT_EQ(machine.userInterface.boxes[0].caption, u"Vorn");
-            EXPECT_EQ(machine.userInterface.boxes[0].buttons, BoxButtons::YesNoCancel);
-        }
-        EXPECT_EQ(workbook->modified, c.modified) << c.behaviour;
-    }
-}
-
 } // namespace
 } // namespace vorn

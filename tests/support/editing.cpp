@@ -136,7 +136,7 @@ std::u16string EditDocument::input(std::string_view place)
     return text;
 }
 
-std::string describeDocument()
+std::string describeSheets()
 {
     std::string text;
     for (const Sheet* sheet : workbook->sheets) {

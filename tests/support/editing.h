@@ -34,7 +34,7 @@ public:
 
 // All that can be seen of the document, a line for each thing, for comparisons. Rows and cells
 // that look as if nobody had touched them are left out, and so is the selection.
-std::string describeDocument();
+std::string describeSheets();
 
 // Writes down what it is told: "lock", "mark", "unlock", "sheet", "cell".
 class RecordingView : public DocumentView {
