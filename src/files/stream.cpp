@@ -226,19 +226,28 @@ FileStream::Taken FileStream::take(std::uint8_t* data, std::uint32_t size)
 {
     Taken taken{0, false};
     while (taken.count != size) {
-        if (index_ == count_) {
-            const std::int64_t count = file_.read(block(), BlockSize);
-            taken.failed = count < 0;
-            if (count <= 0)
-                break;
+        std::uint8_t* place = data + taken.count;
+        const std::uint32_t left = size - taken.count;
+        if (index_ != count_) {
+            const std::uint32_t count = std::min(left, count_ - index_);
+            std::memcpy(place, block_.get() + index_, count);
+            index_ += count;
+            taken.count += count;
+            continue;
+        }
+        // A block and more goes straight to where it is wanted.
+        const bool isLong = left >= BlockSize;
+        const std::int64_t count = file_.read(isLong ? place : block(), isLong ? left : BlockSize);
+        taken.failed = count < 0;
+        if (count <= 0)
+            break;
+        emptyBlock();
+        if (isLong) {
+            taken.count += static_cast<std::uint32_t>(count);
+        } else {
             holds_ = Block::ReadAhead;
-            index_ = 0;
             count_ = static_cast<std::uint32_t>(count);
         }
-        const std::uint32_t count = std::min(size - taken.count, count_ - index_);
-        std::memcpy(data + taken.count, block_.get() + index_, count);
-        index_ += count;
-        taken.count += count;
     }
     place_ += taken.count;
     return taken;

@@ -154,6 +154,47 @@ TEST_F(StreamTest, goesThroughMemoryInBlocks)
     EXPECT_LT(file.reads, 20);
 }
 
+TEST_F(StreamTest, readsALongPartWithoutItsBlocks)
+{
+    std::string content;
+    for (int number = 0; content.size() < 200000; ++number)
+        content += std::to_string(number) + ' ';
+    MemoryFile file(content);
+    FileStream stream(file);
+    std::string read = readText(stream, 10);
+    read += readText(stream, 100000);
+    EXPECT_EQ(file.reads, 2) << "the first block, and the rest of the long part at once";
+    read += readText(stream, 10);
+    read += readText(stream, 32768);
+    EXPECT_EQ(stream.position(), read.size());
+    read += readText(stream, static_cast<std::uint32_t>(content.size() - read.size()));
+    EXPECT_TRUE(read == content);
+    EXPECT_EQ(readText(stream, 100000), "");
+    EXPECT_EQ(takeError(), ErrorFileRead);
+}
+
+TEST_F(StreamTest, readsALongPartHoweverLittleAFileGivesAtOnce)
+{
+    const std::string content(100000, 'x');
+    MemoryFile file(content + "end");
+    file.mostAtOnce = 7000;
+    FileStream stream(file);
+    EXPECT_TRUE(readText(stream, 100000) == content);
+    EXPECT_EQ(readText(stream, 100000), "end");
+    EXPECT_EQ(takeError(), ErrorNone);
+}
+
+TEST_F(StreamTest, writesBehindALongPartThatWasRead)
+{
+    MemoryFile file(std::string(40000, 'x'));
+    {
+        FileStream stream(file);
+        readText(stream, 33000);
+        writeText(stream, "here");
+    }
+    EXPECT_EQ(file.bytes.substr(32999, 6), "xherex");
+}
+
 TEST_F(StreamTest, raisesAWriteErrorAndKeepsThePosition)
 {
     MemoryFile file;
