@@ -1,7 +1,7 @@
-// Saving native files, beside writing the same bytes with one plain call: megabytes a second, and
-// how many times as long as the plain copy it takes.
+// Saving and opening native files, beside writing and reading the same bytes with one plain call:
+// megabytes a second, and how many times as long as the plain copy it takes.
 
-#include "core/pool.h"
+#include "core/error.h"
 #include "core/workbook.h"
 #include "files/native.h"
 #include "files/stream.h"
@@ -9,8 +9,11 @@
 #include "platform/files.h"
 #include "platform/platform.h"
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -112,6 +115,12 @@ public:
         return file != nullptr && file->write(bytes, size);
     }
 
+    bool read(void* bytes, std::size_t size) const
+    {
+        const std::unique_ptr<File> file = platform.files->openToRead(path());
+        return file != nullptr && file->read(bytes, size) == static_cast<std::int64_t>(size);
+    }
+
 private:
     std::filesystem::path path_ = std::filesystem::temp_directory_path() / "vorn-bench.vn";
 };
@@ -123,20 +132,58 @@ void saveToMemory(MemoryStream& stream)
     saveNative(context);
 }
 
-// Save and plain copy take turns, so that both see the same machine.
-void saveDocument(benchmark::State& state, void (*fill)())
+bool load(const BenchFile& bench)
+{
+    const std::unique_ptr<File> file = platform.files->openToRead(bench.path());
+    if (file == nullptr)
+        return false;
+    FileStream stream(*file);
+    TransferContext context;
+    context.stream = &stream;
+    loadNative(context, static_cast<std::uint32_t>(file->size()));
+    return !errorStands();
+}
+
+// The best times, in seconds, of a plain copy and of what is measured. They take turns, so that
+// both see the same machine.
+struct Turns {
+    double plain = 1e9;
+    double measured = 1e9;
+
+    void add(double plainSeconds, double seconds)
+    {
+        plain = std::min(plain, plainSeconds);
+        measured = std::min(measured, seconds);
+    }
+
+    void report(benchmark::State& state, std::uint32_t bytes) const
+    {
+        state.SetBytesProcessed(state.iterations() * bytes);
+        state.counters["MB"] = bytes / 1e6;
+        state.counters["plain MB/s"] = bytes / plain / 1e6;
+        state.counters["MB/s"] = bytes / measured / 1e6;
+        state.counters["times"] = measured / plain;
+    }
+};
+
+// A document that is filled, and the bytes of its file.
+void fillDocument(void (*fill)(), MemoryStream& sample)
 {
     NewDocument(1, FileKindNative);
     fill();
-    MemoryStream sample(MemoryStream::GrowsByHalf);
     saveToMemory(sample);
+}
+
+void saveDocument(benchmark::State& state, void (*fill)())
+{
+    MemoryStream sample(MemoryStream::GrowsByHalf);
+    fillDocument(fill, sample);
     const BenchFile file;
-    double plain = 0;
-    double saved = 0;
+    Turns turns;
     for ([[maybe_unused]] auto round : state) {
         const Clock::time_point plainStart = Clock::now();
         bool done = file.write(sample.data(), sample.end());
-        plain += secondsSince(plainStart);
+        const double plain = secondsSince(plainStart);
 
         const Clock::time_point start = Clock::now();
         MemoryStream stream(MemoryStream::GrowsByHalf);
@@ -144,16 +191,40 @@ void saveDocument(benchmark::State& state, void (*fill)())
         done = done && file.write(stream.data(), stream.end());
         const double seconds = secondsSince(start);
         state.SetIterationTime(seconds);
-        saved += seconds;
-        if (!done)
-            state.SkipWithError("the file was not written");
+        turns.add(plain, seconds);
+        if (!done || errorStands())
+            state.SkipWithError("the document was not saved");
     }
-    if (errorStands())
-        state.SkipWithError("the document was not saved");
-    state.SetBytesProcessed(state.iterations() * sample.end());
-    state.counters["megabytes"] = sample.end() / 1e6;
-    state.counters["plain/s"] = static_cast<double>(state.iterations()) * sample.end() / plain;
-    state.counters["times"] = saved / plain;
+    turns.report(state, sample.end());
+    NewDocument(NewDocumentSheets, FileKindNative);
+}
+
+// The document that stood before is not a part of it.
+void openDocument(benchmark::State& state, void (*fill)())
+{
+    MemoryStream sample(MemoryStream::GrowsByHalf);
+    fillDocument(fill, sample);
+    const BenchFile file;
+    bool done = file.write(sample.data(), sample.end());
+    Turns turns;
+    for ([[maybe_unused]] auto round : state) {
+        NewDocument(0, FileKindNative);
+        const Clock::time_point plainStart = Clock::now();
+        const auto block = std::make_unique_for_overwrite<std::uint8_t[]>(sample.end());
+        done = done && file.read(block.get(), sample.end());
+        const double plain = secondsSince(plainStart);
+
+        const Clock::time_point start = Clock::now();
+        done = done && load(file);
+        const double seconds = secondsSince(start);
+        state.SetIterationTime(seconds);
+        turns.add(plain, seconds);
+        if (!done)
+            state.SkipWithError("the document was not opened");
+    }
+    turns.report(state, sample.end());
+    if (workbook->sheets.size() != 1 || workbook->currentSheet->lastRow() != TableRows - 1)
+        state.SkipWithError("the document is not the one that was saved");
     NewDocument(NewDocumentSheets, FileKindNative);
 }
 
@@ -168,6 +239,18 @@ void saveFormulas(benchmark::State& state)
     saveDocument(state, fillFormulas);
 }
 BENCHMARK(saveFormulas)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+void openMixedCells(benchmark::State& state)
+{
+    openDocument(state, fillMixed);
+}
+BENCHMARK(openMixedCells)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+void openFormulas(benchmark::State& state)
+{
+    openDocument(state, fillFormulas);
+}
+BENCHMARK(openFormulas)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 } // namespace
 } // namespace vorn
