@@ -68,8 +68,7 @@ void returnFromBlock()
 // is.
 [[maybe_unused]] bool mayLeaveUnbalanced(int row)
 {
-    return !machine.machineHealthy || row >= FirstActionRow ||
-           (row == FunctionRowSum && machine.pendingError != 0);
+    return !machine.machineHealthy || row >= FirstActionRow || row == FunctionRowSum;
 }
 
 void callFunction()

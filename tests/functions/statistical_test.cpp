@@ -154,6 +154,16 @@ TEST_F(Statistical, sumOverANewErrorKeepsWhatItShowed)
     EXPECT_EQ(cells.shown("H3"), "12");
 }
 
+// The number of this error is that of none, so that nothing pends.
+TEST_F(Statistical, sumGivesUpAtTheErrorZeroToo)
+{
+    cells.store("H1", CellValue::makeError(CellErrorNull));
+    cells.put("H2", u"=Sum(H1:I1)");
+    cells.put("H3", u"=Sum(5,H1:I1)");
+    EXPECT_EQ(cells.shown("H2"), "blank");
+    EXPECT_EQ(cells.shown("H3"), "5");
+}
+
 TEST_F(Statistical, textsThatASumLeavesBehindAreReleased)
 {
     const auto liveTexts = [] {
