@@ -48,7 +48,8 @@ public:
     // A count of bytes, its own end among them, and the units of a text.
     FiledText takeCountedText()
     {
-        const std::uint32_t size = std::min(take32(), remaining());
+        const std::uint32_t filed = take32();
+        const std::uint32_t size = std::min(filed, remaining());
         const FiledText text = upToZero(bytes_, size / 2);
         skip(size);
         return text;

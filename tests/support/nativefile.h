@@ -89,8 +89,18 @@ private:
     std::string bytes_;
 };
 
+// A document with a record of every type and a cell of every kind, without volatile functions and
+// without its end.
+NativeFile richFile();
+
 // Reads the bytes into a new document, as an open does, and answers the error that stands then,
 // which is taken away. The document that a failed read leaves is not replaced.
 int loadBytes(std::string_view bytes);
+
+// The same, into the document that stands.
+int loadInPlace(std::string_view bytes);
+
+// Shows, prints and calculates all that a user could look at. Answers how many characters it was.
+std::size_t lookAtEverything();
 
 } // namespace vorn
