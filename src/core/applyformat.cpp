@@ -64,6 +64,9 @@ private:
         const CellStyle old = workbook->styles[style];
         CellStyle changed = old;
         applyStyleChange(changed, format_.style, format_.styleMask);
+        // A step may be done again when the format that it knew has been deleted.
+        if (changed.format() >= workbook->formats.size())
+            changed.set(StyleFormat, FormatIndexGeneral);
         FontRecord font = workbook->fonts[changed.font()];
         if (format_.styleMask[MaskFont] && mergeFont(font, format_.font, format_.fontMask))
             changed.set(StyleFont, workbook->addFont(font));

@@ -96,8 +96,8 @@ constexpr int TaskNameMax = 100;
 constexpr int SheetLabelMax = 39;
 
 constexpr ControlForm Border[] = {
-    triBox(1014, u"Left"),   triBox(1015, u"Right"),   triBox(1016, u"Top"),
-    triBox(1017, u"Bottom"), triBox(1018, u"Outline"),
+    triBox(1014, u"Left"),   triBox(1015, u"Right"), triBox(1016, u"Top"),
+    triBox(1017, u"Bottom"), box(1018, u"Outline"),
 };
 
 constexpr ControlForm DefineTask[] = {
