@@ -115,10 +115,10 @@ void FontPage::fillSizes()
 {
     const int face = selected(Face);
     sizes_ = offeredSizes(face == NoEntry ? nullptr : &families_[static_cast<std::size_t>(face)]);
-    auto place = std::lower_bound(sizes_.begin(), sizes_.end(), size_);
-    if (size_ != FormatMixed && (place == sizes_.end() || *place != size_))
-        place = sizes_.insert(place, size_);
-    const int chosen = size_ == FormatMixed ? NoEntry : static_cast<int>(place - sizes_.begin());
+    auto entry = std::lower_bound(sizes_.begin(), sizes_.end(), size_);
+    if (size_ != FormatMixed && (entry == sizes_.end() || *entry != size_))
+        entry = sizes_.insert(entry, size_);
+    const int chosen = size_ == FormatMixed ? NoEntry : static_cast<int>(entry - sizes_.begin());
     std::vector<std::u16string> entries;
     for (int size : sizes_)
         entries.push_back(decimalText(size));

@@ -80,10 +80,10 @@ protected:
             setEntries(Parts[part], datePartSamples());
             select(Parts[part], draft_.parts[part]);
         }
-        for (std::size_t place = 0; place < std::size(Separators); ++place) {
-            const std::u16string& separator = draft_.separators[place];
-            setEntries(Separators[place], separatorChoices(separator));
-            select(Separators[place], find(Separators[place])->entryOf(separator));
+        for (std::size_t gap = 0; gap < std::size(Separators); ++gap) {
+            const std::u16string& separator = draft_.separators[gap];
+            setEntries(Separators[gap], separatorChoices(separator));
+            select(Separators[gap], find(Separators[gap])->entryOf(separator));
         }
         setEntries(TimeForm, timeFormSamples());
         select(TimeForm, draft_.timeForm);
@@ -95,9 +95,9 @@ protected:
         draft_.hasTime = isOn(Time);
         for (std::size_t part = 0; part < std::size(Parts); ++part)
             draft_.parts[part] = selected(Parts[part]);
-        for (std::size_t place = 0; place < std::size(Separators); ++place) {
-            const Control& list = *find(Separators[place]);
-            draft_.separators[place] = list.entries[static_cast<std::size_t>(list.selected)];
+        for (std::size_t gap = 0; gap < std::size(Separators); ++gap) {
+            const Control& list = *find(Separators[gap]);
+            draft_.separators[gap] = list.entries[static_cast<std::size_t>(list.selected)];
         }
         draft_.timeForm = selected(TimeForm);
         if (!isValidDraft(draft_)) {
