@@ -1,9 +1,8 @@
 #include "shell/application.h"
 
-#include "core/chain.h"
 #include "core/error.h"
-#include "core/input.h"
 #include "core/workbook.h"
+#include "editing/entry.h"
 #include "editing/find.h"
 #include "editing/undo.h"
 #include "files/openflow.h"
@@ -115,12 +114,7 @@ bool Application::PromptSaveChanges()
 
 bool Application::enterCell(std::u16string_view text)
 {
-    const Selection& selection = workbook->currentSheet->selection;
-    if (!storeCellInput(selection.activeColumn, selection.activeRow, text))
-        return false;
-    recalculate();
-    workbook->modified = true;
-    return true;
+    return vorn::enterCell(text);
 }
 
 void Application::showError()
