@@ -2,6 +2,7 @@
 
 #include "core/chain.h"
 #include "core/workbook.h"
+#include "editing/clear.h"
 #include "editing/view.h"
 #include "formula/machine.h"
 

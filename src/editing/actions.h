@@ -14,8 +14,14 @@
 //   ActionSetColumnAttributes column, width, style, flags
 //   ActionSelectRange         left, right, top, bottom; the first of each is the active cell's, so
 //                             they may stand the other way round
+//   ActionBold                on; and so ActionItalic, ActionUnderline
+//   ActionAlign               already, alignment
+//   ActionFormat              44 of them (emitFormatTemplate in editing/format.h)
 //   ActionEmptyCells          none
-//   ActionClear               mode
+//   ActionClear               mode (editing/clear.h)
+//   ActionAutoFitRows         none
+//   ActionAutoFitRow          row
+//   ActionAutoFitColumn       column
 //   ActionRecalculate         none
 //
 // Errors: the sticky error is honoured as everywhere: once memory was short no cell is stored.
@@ -27,9 +33,6 @@
 #include <initializer_list>
 
 namespace vorn {
-
-// Modes of ActionClear.
-enum ClearMode : int { ClearAll = 0, ClearContents = 1, ClearFormats = 2 };
 
 // Writes code that pushes a whole number.
 void emitInteger(ByteCodeWriter& program, int number);

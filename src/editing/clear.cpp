@@ -1,26 +1,20 @@
 #include "editing/clear.h"
 
+#include "editing/actions.h"
 #include "editing/undo.h"
-
-#include <cstdint>
 
 namespace vorn {
 
 namespace {
-
-// Rows of the function table.
-constexpr int RowActionClear = 146;
-constexpr int RowActionAutofitRows = 147;
-constexpr int RowActionRecalculate = 149;
 
 // What follows both the clearing and the restoring: rows get other heights where fonts come or go,
 // and formulas other results where values do.
 void emitConsequences(ByteCodeWriter& program, ClearMode mode)
 {
     if (mode != ClearContents)
-        program.emitCall(RowActionAutofitRows, 0);
+        emitAction(program, ActionAutoFitRows);
     if (mode != ClearFormats)
-        program.emitCall(RowActionRecalculate, 0);
+        emitAction(program, ActionRecalculate);
 }
 
 } // namespace
@@ -32,8 +26,7 @@ void clearSelection(ClearMode mode)
     emitConsequences(backward, mode);
     ByteCodeWriter forward;
     emitSelectRange(forward);
-    forward.emit(OpPushInt16, static_cast<std::uint16_t>(mode));
-    forward.emitCall(RowActionClear, 1);
+    emitAction(forward, ActionClear, {mode});
     emitConsequences(forward, mode);
     std::uint8_t* forwardProgram = forward.finish();
     addUndoStep(forwardProgram, backward.finish(), u"Clear");
