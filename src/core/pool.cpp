@@ -20,6 +20,7 @@ Pool::Pool()
 bool Pool::reset()
 {
     slots_.clear();
+    freedSorted_ = true;
     freeHead_ = slots_.resize(1) ? 0 : -1;
     if (freeHead_ == 0)
         slots_[0] = Slot::freeSlot(-1);
@@ -64,6 +65,21 @@ void Pool::freeEntry(std::int32_t index)
     heapFree(header(index));
     slots_[index] = Slot::freeSlot(freeHead_);
     freeHead_ = index;
+    freedSorted_ = false;
+}
+
+void Pool::sortFreed()
+{
+    if (freedSorted_)
+        return;
+    freeHead_ = -1;
+    for (std::int32_t index = 0; index < slots_.size(); ++index) {
+        if (slots_[index].isFree()) {
+            slots_[index] = Slot::freeSlot(freeHead_);
+            freeHead_ = index;
+        }
+    }
+    freedSorted_ = true;
 }
 
 std::int32_t Pool::beginScan()
@@ -88,6 +104,7 @@ void Pool::endScan()
             slots_[index].entry->fileIndex = -1;
         }
     }
+    freedSorted_ = true;
 }
 
 void Pool::clear()

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 namespace vorn {
 
@@ -75,6 +76,15 @@ public:
     // taken back.
     void endScan();
 
+    // Gives two live entries each other's index. Neither may have a second owner, who would find
+    // other bytes.
+    void exchange(std::int32_t a, std::int32_t b) { std::swap(slots_[a], slots_[b]); }
+
+    // Freed indices are used again the highest first from now on, as behind a scan, and not in the
+    // order in which they were freed: what comes next then depends on what lives and not on how it
+    // came so.
+    void sortFreed();
+
     // Frees every entry, whatever its count.
     void clear();
 
@@ -106,6 +116,7 @@ private:
 
     GrowArray<Slot> slots_;
     std::int32_t freeHead_ = 0;
+    bool freedSorted_ = true;
 };
 
 // Texts: zero-terminated UTF-16 with the zero. An empty text is index -1 or a real entry.

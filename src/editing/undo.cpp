@@ -1,6 +1,7 @@
 #include "editing/undo.h"
 
 #include "core/heap.h"
+#include "core/pool.h"
 #include "core/workbook.h"
 #include "editing/actions.h"
 #include "editing/view.h"
@@ -60,6 +61,15 @@ bool storeStep(const UndoStep& step)
     return true;
 }
 
+// Files number texts and formulas by their places in the pools, so that doing an edit again must
+// take the same places as the first time.
+void runProgram(const std::uint8_t* program)
+{
+    stringPool->sortFreed();
+    formulaPool->sortFreed();
+    runCode(program);
+}
+
 // What every change of the document by a step ends with.
 void noteChange()
 {
@@ -82,7 +92,7 @@ void addUndoStep(std::uint8_t* forward, std::uint8_t* backward, std::u16string_v
     if (!stored && run)
         return;
     if (run)
-        runCode(forward);
+        runProgram(forward);
     noteChange();
     if (!stored)
         clearUndo(); // the steps before an edit without a way back do not know its document
@@ -102,7 +112,7 @@ void addRecordedStep(std::uint8_t* forward, ByteCodeWriter& recorder, std::u16st
         return;
     }
     undoRecorder = &recorder;
-    runCode(forward);
+    runProgram(forward);
     undoRecorder = nullptr;
     noteChange();
     emitAction(recorder, ActionRecalculate);
@@ -118,7 +128,7 @@ void undo()
         return;
     const RepaintLock lock;
     --undoList.position;
-    runCode(undoList.steps[undoList.position].backward);
+    runProgram(undoList.steps[undoList.position].backward);
     noteChange();
 }
 
@@ -127,7 +137,7 @@ void redo()
     if (undoList.position == undoList.steps.size())
         return;
     const RepaintLock lock;
-    runCode(undoList.steps[undoList.position].forward);
+    runProgram(undoList.steps[undoList.position].forward);
     ++undoList.position;
     noteChange();
 }

@@ -414,8 +414,32 @@ void endRun()
     machine.nameCallsLeft = NameCallsUnlimited;
 }
 
+// A result that stays a text keeps its place in the pool if it can, since files number texts by
+// their places: calculating once more must not make another file of a document. It takes over the
+// new text.
+void storeText(FormulaCell& cell, std::int32_t text)
+{
+    const std::int32_t former = cell.result.textIndex();
+    if (std::u16string_view(stringPool->text(former)) == stringPool->text(text)) {
+        stringPool->release(text);
+        return;
+    }
+    if (former != -1 && stringPool->refCount(former) == 1 && text != -1 &&
+        stringPool->refCount(text) == 1) {
+        stringPool->exchange(former, text);
+        stringPool->release(text);
+        return;
+    }
+    stringPool->release(former);
+    cell.result = CellValue::makeTextIndex(text);
+}
+
 void storeResult(FormulaCell& cell, const CellValue& result)
 {
+    if (result.tag == TagText && cell.result.tag == TagText) {
+        storeText(cell, result.textIndex());
+        return;
+    }
     releaseValue(cell.result);
     cell.result = result;
 }

@@ -6,6 +6,7 @@
 #include "core/input.h"
 #include "core/pool.h"
 #include "core/workbook.h"
+#include "editing/clear.h"
 #include "editing/undo.h"
 #include "formula/machine.h"
 #include "support/cells.h"
