@@ -103,6 +103,9 @@ void callActionFormat()
     popMask(format.styleMask);
     for (int word = CellStyle::WordCount; word-- > 0;)
         format.style.words[word] = popWord();
+    // The user may have deleted the number format since.
+    if (format.style.format() >= workbook->formats.size())
+        format.style.set(StyleFormat, FormatIndexGeneral);
     formatSelection(format);
 }
 
