@@ -28,8 +28,8 @@ void clearSelection(ClearMode mode)
     emitSelectRange(forward);
     emitAction(forward, ActionClear, {mode});
     emitConsequences(forward, mode);
-    std::uint8_t* forwardProgram = forward.finish();
-    addUndoStep(forwardProgram, backward.finish(), u"Clear");
+    std::uint8_t* program = forward.finish();
+    addUndoStep(program, backward.finish(), u"Clear");
 }
 
 } // namespace vorn

@@ -3,14 +3,9 @@
 // Errors: ErrorMemory, sticky; an edit that finds no room is dropped.
 #pragma once
 
-namespace vorn {
+#include "editing/actions.h"
 
-// The number is the operand of the step that clears.
-enum ClearMode : int {
-    ClearAll = 0,      // values and formats
-    ClearContents = 1, // values; formats stay
-    ClearFormats = 2,  // formats; values stay
-};
+namespace vorn {
 
 // Clears the selection of the current sheet, as one step that can be undone.
 void clearSelection(ClearMode mode);

@@ -1,5 +1,6 @@
 #include "shell/commandstate.h"
 
+#include "core/applyformat.h"
 #include "core/workbook.h"
 #include "editing/protection.h"
 #include "editing/undo.h"
@@ -10,7 +11,6 @@
 #include "shell/commandhandlers.h"
 #include "shell/commands.h"
 #include "shell/recentfiles.h"
-#include "shell/selectionlook.h"
 #include "shell/texteditor.h"
 
 #include <algorithm>
@@ -200,16 +200,21 @@ void checkButton(CommandState& state, int id, bool checked)
     findState(state.buttons, id)->checked = checked;
 }
 
-void showSelectionLook(CommandState& state)
+// A check button is down if all of the selection is so.
+void showCommonFormat(CommandState& state)
 {
     const Sheet& sheet = *workbook->currentSheet;
-    const SelectionLook look = selectionLook(sheet, sheet.selection.range);
-    checkButton(state, CommandBold, look.bold);
-    checkButton(state, CommandItalic, look.italic);
-    checkButton(state, CommandUnderline, look.underline);
-    checkButton(state, CommandAlignLeft, look.alignment == AlignLeft);
-    checkButton(state, CommandAlignCenter, look.alignment == AlignCenter);
-    checkButton(state, CommandAlignRight, look.alignment == AlignRight);
+    const FormatTemplate common = commonFormat(sheet, sheet.selection.range);
+    const FontMask& agree = common.fontMask;
+    const FontRecord& font = common.font;
+    checkButton(state, CommandBold, agree[MaskBold] && font.weight == WeightBold);
+    checkButton(state, CommandItalic, agree[MaskItalic] && (font.attributes & FontItalic) != 0);
+    checkButton(state, CommandUnderline, agree[MaskUnderline] && font.underline != 0);
+    const bool aligned = common.styleMask[MaskHorizontal];
+    const int alignment = common.style.get(StyleHorizontal);
+    checkButton(state, CommandAlignLeft, aligned && alignment == AlignLeft);
+    checkButton(state, CommandAlignCenter, aligned && alignment == AlignCenter);
+    checkButton(state, CommandAlignRight, aligned && alignment == AlignRight);
 }
 
 void refreshToolbar(CommandState& state, const Situation& situation)
@@ -218,7 +223,7 @@ void refreshToolbar(CommandState& state, const Situation& situation)
         button.enabled = buttonEnabled(button, situation);
     checkButton(state, CommandFullScreen, application->fullScreen);
     if (situation.branch == Situation::Ready)
-        showSelectionLook(state);
+        showCommonFormat(state);
 }
 
 } // namespace
