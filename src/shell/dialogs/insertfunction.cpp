@@ -89,7 +89,7 @@ private:
         rows_.clear();
         if (category_ == CategoryRecent) {
             for (int row : application->usedFunctions) {
-                if (row != NoFunction)
+                if (row >= 0 && row < FunctionRowCount && !FunctionTable[row].name.empty())
                     rows_.push_back(row);
             }
             return;
