@@ -1,5 +1,6 @@
 #include "cli/script.h"
 
+#include "cli/keyverbs.h"
 #include "cli/utf8.h"
 
 namespace vorn::cli {
@@ -39,6 +40,7 @@ bool runScript(Script& script, std::string_view name, std::string_view text)
         if (!runStatement(script, fromUtf8(line)))
             return stop(script, name, number);
         script.app.showError();
+        repaint(script);
         if (!script.user.dialogAnswers.problem.empty()) {
             script.reason = script.user.dialogAnswers.problem;
             return stop(script, name, number);

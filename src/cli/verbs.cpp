@@ -1,4 +1,5 @@
 // The verbs of scripts. A verb is one function and its row in the table at the end.
+#include "cli/keyverbs.h"
 #include "cli/place.h"
 #include "cli/printing.h"
 #include "cli/script.h"
@@ -7,6 +8,7 @@
 #include "core/workbook.h"
 #include "platform/textrules.h"
 #include "shell/commands.h"
+#include "shell/pointmode.h"
 
 #include <algorithm>
 
@@ -68,7 +70,9 @@ bool sheetVerb(Script& script, Argument argument)
     Sheet* sheet = readSheet(argument);
     if (sheet == nullptr)
         return failAt(script, "no sheet:", argument);
-    workbook->setCurrentSheet(sheet);
+    // As a tap on its tab: a formula may go on with a cell of that sheet.
+    if (yieldToGrid())
+        workbook->setCurrentSheet(sheet);
     return true;
 }
 
@@ -229,15 +233,15 @@ constexpr struct Verb {
     {u"answer",       answerVerb                },
     {u"deftask",      NotYet                    },
     {u"runtask",      NotYet                    },
-    {u"key",          NotYet                    },
-    {u"type",         NotYet                    },
+    {u"key",          keyVerb                   },
+    {u"type",         typeVerb                  },
     {u"tap",          NotYet                    },
     {u"doubletap",    NotYet                    },
     {u"drag",         NotYet                    },
     {u"tapcell",      NotYet                    },
     {u"filterbutton", NotYet                    },
     {u"clipboard",    NotYet                    },
-    {u"size",         NotYet                    },
+    {u"size",         sizeVerb                  },
     {u"settings",     settingsVerb              },
     {u"text",         cellsVerb<CellForm::Text> },
     {u"input",        cellsVerb<CellForm::Input>},
@@ -251,7 +255,7 @@ constexpr struct Verb {
     {u"tasks",        NotYet                    },
     {u"selection",    selectionVerb             },
     {u"view",         viewVerb                  },
-    {u"editor",       NotYet                    },
+    {u"editor",       editorVerb                },
     {u"menu",         menuVerb                  },
     {u"history",      historyVerb               },
     {u"document",     documentVerb              },

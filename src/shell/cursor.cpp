@@ -164,12 +164,12 @@ void moveTo(int column, int row, unsigned extendFlags, ScrollMargin margin)
     const CellRef cell = {static_cast<std::uint16_t>(std::clamp(row, 0, LastRow)),
                           static_cast<std::uint16_t>(std::clamp(column, 0, LastColumn))};
     if ((extendFlags & ExtendSelection) == 0) {
-        selection.anchorColumn = cell.column;
-        selection.anchorRow = cell.row;
         if ((extendFlags & SelectRows) == 0)
             selection.activeColumn = cell.column;
         if ((extendFlags & SelectColumns) == 0)
             selection.activeRow = cell.row;
+        selection.anchorColumn = selection.activeColumn;
+        selection.anchorRow = selection.activeRow;
     }
     selection.cornerColumn = cell.column;
     selection.cornerRow = cell.row;

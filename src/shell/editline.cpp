@@ -129,7 +129,8 @@ void EditLine::replace(int start, int end, std::u16string_view text, UndoRule ru
 void EditLine::remember(int start, std::u16string_view removed, int inserted)
 {
     const int removedEnd = start + static_cast<int>(removed.size());
-    const bool typing = removed.empty() && canUndo() && start == undo_.start + undo_.inserted;
+    const bool typing =
+        removed.empty() && undo_.inserted != 0 && start == undo_.start + undo_.inserted;
     const bool erasing = inserted == 0 && canUndo() && undo_.inserted == 0;
     if (typing)
         undo_.inserted += inserted;
