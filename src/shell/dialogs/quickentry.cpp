@@ -1,6 +1,5 @@
-#include "editing/quickentry.h"
-
 #include "core/workbook.h"
+#include "editing/quickentry.h"
 #include "shell/dialog.h"
 #include "shell/dialogs/ask.h"
 
