@@ -1,6 +1,7 @@
 #include "shell/entry.h"
 
 #include "core/error.h"
+#include "core/fontlook.h"
 #include "core/workbook.h"
 #include "editing/protection.h"
 #include "editing/view.h"
@@ -246,6 +247,13 @@ Rect inCellEditorRect()
     const int top = view.yOfRow(row);
     return {view.xOfColumn(column), top, currentLayout().gridArea.right,
             top + view.rows.pixels(row)};
+}
+
+FontLook inCellEditorFont()
+{
+    const Sheet& sheet = *workbook->currentSheet;
+    const int style = sheet.cellStyle(cellSelection().activeColumn, cellSelection().activeRow);
+    return fontLook(workbook->fonts[workbook->styles[style].font()], sheet.zoom);
 }
 
 void refreshEditor()

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "platform/geometry.h"
+#include "platform/textmeasure.h"
 
 #include <string_view>
 
@@ -54,7 +55,8 @@ void enterQuickEntry(std::u16string_view text);
 // formula bar shows the active cell, but for a hidden formula.
 void refreshEditor();
 
-// Where the editor stands over the active cell.
+// Where the editor stands over the active cell, and the font that it writes in there: the cell's.
 Rect inCellEditorRect();
+FontLook inCellEditorFont();
 
 } // namespace vorn

@@ -76,10 +76,12 @@ GridAxis::GridAxis(const Sheet& sheet, bool columns, int start, int end)
     : sheet_(sheet), columns_(columns), start_(start), end_(end), scrollStart_(start),
       last_(columns ? LastColumn : LastRow), scrollFirst_(columns ? sheet.leftColumn : sheet.topRow)
 {
-    if (columns ? sheet.titleColumns : sheet.titleRows) {
-        frozenFirst_ = columns ? sheet.titles.firstColumn : sheet.titles.firstRow;
-        frozenLast_ =
-            std::min<int>(columns ? sheet.titles.lastColumn : sheet.titles.lastRow, last_ - 1);
+    const RangeRef& titles = sheet.titles;
+    const int first = columns ? titles.firstColumn : titles.firstRow;
+    const int last = std::min<int>(columns ? titles.lastColumn : titles.lastRow, last_ - 1);
+    if ((columns ? sheet.titleColumns : sheet.titleRows) && first <= last) {
+        frozenFirst_ = first;
+        frozenLast_ = last;
     }
     scrollFirst_ = std::clamp(scrollFirst_, leastScroll(), last_);
     scrollStart_ += sumOf(frozenFirst_, frozenLast_ + 1);

@@ -1,6 +1,7 @@
 #include "shell/entry.h"
 
 #include "core/error.h"
+#include "editing/undo.h"
 #include "functions/table.h"
 #include "shell/commandhandlers.h"
 #include "shell/commands.h"
@@ -347,6 +348,29 @@ TEST_F(EntryTest, storesTextLiterallyInACellOfText)
     EXPECT_EQ(session.boxes(), Texts());
     EXPECT_EQ(session.input(u"A1"), "=1+");
     EXPECT_EQ(session.sheet().valueTag(0, 0), TagText);
+}
+
+TEST_F(EntryTest, makesOneStepOfAChangeAndNoneWithout)
+{
+    session.select(u"C3");
+    session.type(u"5");
+    session.key(KeyDown);
+    EXPECT_EQ(undoList.steps.size(), 1);
+    EXPECT_EQ(undoLabel(), u"Typing in C3");
+    session.key(KeyUp);
+    session.type(u"5");
+    session.key(KeyTab);
+    session.select(u"C3");
+    session.key(KeyF2);
+    session.key(KeyEnter);
+    session.type(u"6");
+    session.key(KeyEscape);
+    session.type(u"=1^");
+    session.key(KeyEnter);
+    session.key(KeyEscape);
+    EXPECT_EQ(undoList.steps.size(), 1);
+    onCommand(CommandUndo);
+    EXPECT_EQ(session.input(u"C3"), "");
 }
 
 // --- Cancelling

@@ -174,6 +174,32 @@ TEST_F(InCellEditorTest, isZoomedWithTheCell)
     EXPECT_EQ(rect(), (Rect{13 + 31, 7 + 16, 225, 7 + 24}));
 }
 
+TEST_F(InCellEditorTest, writesInTheFontOfTheCell)
+{
+    FontRecord font = workbook->fonts[0];
+    font.height = 420;
+    font.weight = WeightBold;
+    CellStyle style = workbook->styles[0];
+    style.set(StyleFont, workbook->addFont(font));
+    session.sheet().setCellStyle(1, 2, workbook->addStyle(style));
+    session.select(u"B3");
+    const struct {
+        int zoom, height;
+    } cases[] = {
+        {100, 30},
+        {85,  25},
+        {84,  27}, // from here on eight percent larger
+        {50,  17},
+    };
+    for (const auto& c : cases) {
+        session.sheet().zoom = c.zoom;
+        EXPECT_EQ(inCellEditorFont().height, c.height) << c.zoom;
+    }
+    EXPECT_EQ(inCellEditorFont().weight, WeightBold);
+    session.select(u"A1");
+    EXPECT_EQ(inCellEditorFont().weight, WeightNormal);
+}
+
 TEST_F(InCellEditorTest, followsItsCell)
 {
     session.select(u"B3");

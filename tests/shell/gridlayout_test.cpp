@@ -347,6 +347,15 @@ TEST_F(GridTest, neverScrollsFrozenColumnsIntoView)
     EXPECT_EQ(view().columnAtX(200), 2);
 }
 
+TEST_F(GridTest, takesFrozenColumnsOutOfOrderForNone)
+{
+    sheet.titleColumns = true;
+    sheet.titles = {0, 5, 0, 3};
+    EXPECT_FALSE(view().columns.isFrozen());
+    EXPECT_EQ(view().columnAtX(349), 4);
+    EXPECT_EQ(view().panes().size(), 1U);
+}
+
 TEST_F(GridTest, survivesFrozenColumnsWiderThanTheView)
 {
     freeze(0, 9, 0, 20);
