@@ -57,12 +57,12 @@ protected:
     // Goes back and forth, and tells where the document is not what it was.
     static void checkRoad(const std::string& before)
     {
-        const std::string after = describeDocument();
+        const std::string after = describeSheets();
         for (int turn = 0; turn < 2; ++turn) {
             undo();
-            EXPECT_EQ(describeDocument(), before);
+            EXPECT_EQ(describeSheets(), before);
             redo();
-            EXPECT_EQ(describeDocument(), after);
+            EXPECT_EQ(describeSheets(), after);
         }
         EXPECT_EQ(poolFaults(), "");
     }
@@ -85,12 +85,12 @@ TEST_F(Format, turnsAnAttributeOnAndOff)
     };
     for (const auto& c : cases) {
         document.select("B2:C3");
-        const std::string before = describeDocument();
+        const std::string before = describeSheets();
         c.toggle();
         EXPECT_TRUE(c.isOn(sheet()));
         EXPECT_EQ(undoLabel(), c.label);
         checkRoad(before);
-        const std::string on = describeDocument();
+        const std::string on = describeSheets();
         c.toggle();
         EXPECT_FALSE(c.isOn(sheet()));
         checkRoad(on);
@@ -126,14 +126,14 @@ TEST_F(Format, alignsAndTakesTheAlignmentBack)
 {
     document.select("B2:C3");
     putStyle(1, 1, StyleHorizontal, AlignRight);
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     toggleAlignment(AlignRight);
     EXPECT_TRUE(isAligned(sheet(), AlignRight));
     EXPECT_EQ(undoLabel(), u"Alignment");
     checkRoad(before);
     toggleAlignment(AlignCenter);
     EXPECT_TRUE(isAligned(sheet(), AlignCenter));
-    const std::string centered = describeDocument();
+    const std::string centered = describeSheets();
     toggleAlignment(AlignCenter);
     EXPECT_TRUE(isAligned(sheet(), AlignGeneral));
     checkRoad(centered);
@@ -142,7 +142,7 @@ TEST_F(Format, alignsAndTakesTheAlignmentBack)
 TEST_F(Format, makesWholeColumnsBoldInTheirRecordsAlone)
 {
     document.select("B1:D16384");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     toggleBold();
     EXPECT_FALSE(sheet().hasRows());
     EXPECT_TRUE(isBold(sheet()));
@@ -156,7 +156,7 @@ TEST_F(Format, takesBackTheFormatOfWholeRowsAndOfTheSheet)
     sheet().columns.setColumnStyle(2, 2, workbook->addStyle(dialogStyle()));
     for (const char* place : {"A2:IV4", "A1:IV16384"}) {
         document.select(place);
-        const std::string before = describeDocument();
+        const std::string before = describeSheets();
         toggleBold();
         EXPECT_TRUE(isBold(sheet())) << place;
         checkRoad(before);
@@ -170,7 +170,7 @@ TEST_F(Format, keepsTextsAndFormulasOfTheCells)
     document.enter("A2", u"=A1&\"s\"");
     document.enter("A3", u"=A2&A1");
     document.select("A1:A3");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     toggleItalic();
     EXPECT_EQ(document.input("A2"), u"=A1&\"s\"");
     checkRoad(before);
@@ -329,7 +329,7 @@ TEST_F(Format, appliesEachField)
         {"back colour",      [](FormatRequest& r) { r.backColour = 4; },   StyleFill,       10},
     };
     document.select("B2:C3");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     for (const auto& c : cases) {
         apply(c.change);
         EXPECT_EQ(undoLabel(), u"Format Cells") << c.phrase;
@@ -343,7 +343,7 @@ TEST_F(Format, appliesEachField)
 TEST_F(Format, appliesEachFieldOfTheFont)
 {
     document.select("B2:C3");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     apply([](FormatRequest& request) {
         request.fontName = u"Courier New";
         request.fontPitch = 49;
@@ -383,7 +383,7 @@ TEST_F(Format, fitsTheDefaultHeightToWholeColumns)
 {
     document.enter("B3", u"1");
     document.select("B1:B16384");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     apply([](FormatRequest& request) { request.fontSize = 20; });
     EXPECT_EQ(sheet().defaultRowHeight, 510);
     EXPECT_EQ(sheet().rowHeight(2), 510);
@@ -447,7 +447,7 @@ TEST_F(Format, givesANewBorderAThinLineOfTheWindowsColour)
 TEST_F(Format, drawsAnOutline)
 {
     document.select("B2:D4");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     apply([](FormatRequest& request) { request.outline = 1; });
     EXPECT_EQ(fieldAt(1, 2, StyleLeftLine), 1);
     EXPECT_EQ(fieldAt(1, 2, StyleRightLine), 0);
@@ -487,7 +487,7 @@ TEST_F(Format, dropsAStepThatFindsNoRoom)
         NewDocument(NewDocumentSheets, FileKindNative);
         document.enter("B2", u"text");
         document.select("A1:C3");
-        const std::string before = describeDocument();
+        const std::string before = describeSheets();
         AllocationWatch watch(refused);
         apply([](FormatRequest& request) { request.bold = 1; });
         const bool failed = watch.refused();
@@ -502,7 +502,7 @@ TEST_F(Format, dropsAStepThatFindsNoRoom)
         if (undoLabel() == u"Format Cells")
             undo();
         clearError();
-        EXPECT_EQ(describeDocument(), before) << refused;
+        EXPECT_EQ(describeSheets(), before) << refused;
         EXPECT_EQ(poolFaults(), "") << refused;
     }
 }

@@ -34,12 +34,12 @@ protected:
 
     static void checkRoad(const std::string& before)
     {
-        const std::string after = describeDocument();
+        const std::string after = describeSheets();
         for (int turn = 0; turn < 2; ++turn) {
             undo();
-            EXPECT_EQ(describeDocument(), before);
+            EXPECT_EQ(describeSheets(), before);
             redo();
-            EXPECT_EQ(describeDocument(), after);
+            EXPECT_EQ(describeSheets(), after);
         }
         EXPECT_EQ(poolFaults(), "");
     }
@@ -132,7 +132,7 @@ TEST_F(RowColumn, setsTheHeightOfTheSelectedRowsByHand)
 {
     document.enter("A3", u"1");
     document.select("B2:D4");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     setRowHeights(1, 600, SizeSelection);
     EXPECT_EQ(undoLabel(), u"Row Height");
     EXPECT_EQ(row(0), "255");
@@ -166,7 +166,7 @@ TEST_F(RowColumn, showsAHiddenRowThatGetsAHeight)
 {
     document.select("A2");
     hideRows(1, true, SizeSelection);
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     setRowHeights(1, 300, SizeSelection);
     EXPECT_EQ(row(1), "300 custom");
     checkRoad(before);
@@ -179,7 +179,7 @@ TEST_F(RowColumn, setsTheHeightOfTheWholeSheetByItsDefault)
     sheet().setRowHidden(6, true);
     for (const char* place : {"A1:IV16384", "B1:C16384"}) {
         document.select(place);
-        const std::string before = describeDocument();
+        const std::string before = describeSheets();
         AllocationWatch watch;
         setRowHeights(0, 600, SizeSelection);
         EXPECT_LT(watch.asked(), 20) << place;
@@ -200,7 +200,7 @@ TEST_F(RowColumn, hidesWithAHeightOfZero)
 {
     document.select("A2");
     setRowHeights(1, 600, SizeSelection);
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     setRowHeights(1, 0, SizeSelection);
     EXPECT_EQ(row(1), "600 custom hidden");
     checkRoad(before);
@@ -219,26 +219,26 @@ TEST_F(RowColumn, hidesAndShowsRows)
 {
     document.enter("A3", u"1");
     document.select("B2:B4");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     hideRows(1, true, SizeSelection);
     EXPECT_EQ(undoLabel(), u"Row Height");
     for (int number : {1, 2, 3})
         EXPECT_EQ(row(number), "255 hidden");
     EXPECT_EQ(row(4), "255");
     checkRoad(before);
-    const std::string hidden = describeDocument();
+    const std::string hidden = describeSheets();
     document.select("B1:B9");
     hideRows(0, false, SizeSelection);
     EXPECT_EQ(row(2), "255");
     checkRoad(hidden);
-    EXPECT_EQ(describeDocument(), before);
+    EXPECT_EQ(describeSheets(), before);
 }
 
 TEST_F(RowColumn, restoresWhichRowsWereHidden)
 {
     sheet().setRowHidden(2, true);
     document.select("A2:A4");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     hideRows(1, true, SizeSelection);
     checkRoad(before);
     undo();
@@ -251,7 +251,7 @@ TEST_F(RowColumn, restoresWhichRowsWereHidden)
 TEST_F(RowColumn, setsTheWidthOfTheSelectedColumns)
 {
     document.select("B2:D4");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     setColumnWidths(1, 5000, SizeSelection);
     EXPECT_EQ(undoLabel(), u"Column Width");
     EXPECT_EQ(column(0), "2300");
@@ -279,7 +279,7 @@ TEST_F(RowColumn, setsAllWholeColumnsForOneOfThem)
 TEST_F(RowColumn, setsWidthsBeyond16Bits)
 {
     document.select("A1");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     setColumnWidths(0, 100000, SizeSelection);
     EXPECT_EQ(column(0), "100000");
     checkRoad(before);
@@ -288,7 +288,7 @@ TEST_F(RowColumn, setsWidthsBeyond16Bits)
 TEST_F(RowColumn, setsTheWidthOfEveryColumn)
 {
     document.select("A2:IV4");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     setColumnWidths(0, 5000, SizeSelection);
     EXPECT_EQ(column(0), "5000");
     EXPECT_EQ(column(255), "5000");
@@ -300,7 +300,7 @@ TEST_F(RowColumn, restoresARecordAsItWas)
     // A column with a style, whose width follows the default.
     columns().setColumnStyle(1, 1, workbook->addStyle(dialogStyle()));
     document.select("B1");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     setColumnWidths(1, 5000, SizeSelection);
     checkRoad(before);
     undo();
@@ -311,13 +311,13 @@ TEST_F(RowColumn, hidesAndShowsColumns)
 {
     columns().setColumnWidth(2, 2, 5000);
     document.select("B2:D2");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     hideColumns(1, true, SizeSelection);
     EXPECT_EQ(undoLabel(), u"Column Width");
     EXPECT_EQ(column(1), "2300 hidden");
     EXPECT_EQ(column(2), "5000 hidden");
     checkRoad(before);
-    const std::string hidden = describeDocument();
+    const std::string hidden = describeSheets();
     hideColumns(1, false, SizeSelection);
     EXPECT_EQ(column(2), "5000") << "its width was kept";
     checkRoad(hidden);
@@ -326,7 +326,7 @@ TEST_F(RowColumn, hidesAndShowsColumns)
 TEST_F(RowColumn, hidesWithAWidthOfZero)
 {
     document.select("B2");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     setColumnWidths(1, 0, SizeSelection);
     EXPECT_EQ(column(1), "2300 hidden");
     checkRoad(before);
@@ -394,7 +394,7 @@ TEST_F(RowColumn, fitsTheSelectedRowsAlsoThoseSetByHand)
     }
     sheet().setRowHidden(2, true);
     document.select("C2:C3");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     fitRows(1, SizeSelection);
     EXPECT_EQ(undoLabel(), u"Row Height");
     EXPECT_EQ(row(1), "510");
@@ -417,7 +417,7 @@ TEST_F(RowColumn, fitsTheSelectedColumns)
     document.enter("D1", u"ab");
     columns().setColumnWidth(2, 2, 1234);
     document.select("B1:D1");
-    const std::string before = describeDocument();
+    const std::string before = describeSheets();
     fitColumns(1, SizeSelection);
     EXPECT_EQ(undoLabel(), u"Column Width");
     EXPECT_EQ(columns().columnPixels(1), 18 * 7 + 6);
