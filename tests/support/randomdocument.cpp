@@ -102,7 +102,7 @@ RangeRef RandomDocument::randomRange()
 CellRef RandomDocument::randomReference()
 {
     const unsigned flags = word() & (ColumnRelative | RowRelative);
-    const unsigned row = (flags & RowRelative) != 0 ? word() : word() % RowCount;
+    const unsigned row = (flags & RowRelative) != 0 ? word() : word() % unsigned{RowCount};
     return {static_cast<std::uint16_t>(row), static_cast<std::uint16_t>(word() % 256U | flags)};
 }
 
