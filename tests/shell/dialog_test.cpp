@@ -184,7 +184,7 @@ TEST(DialogForm, saysWhatEachControlIs)
         {105, 1015, ControlKind::TriBox,    u"Right",                    u"",                            0  },
         {105, 1016, ControlKind::TriBox,    u"Top",                      u"",                            0  },
         {105, 1017, ControlKind::TriBox,    u"Bottom",                   u"",                            0  },
-        {105, 1018, ControlKind::TriBox,    u"Outline",                  u"",                            0  },
+        {105, 1018, ControlKind::Box,       u"Outline",                  u"",                            0  },
         {111, 1011, ControlKind::Button,    u"fn()",                     u"",                            0  },
         {111, 1019, ControlKind::Edit,      u"",                         u"",                            100},
         {123, 1019, ControlKind::Edit,      u"",                         u"",                            200},
