@@ -88,10 +88,13 @@ public:
 private:
     static constexpr FormulaHandle ChunkRecords = 1024;
 
+    // The links are one block, which moves as it grows.
+    static constexpr std::int32_t LinksGrowBy = 16 * ChunkRecords;
+
     bool grow();
 
     GrowArray<FormulaCell*> chunks_;
-    GrowArray<ChainLink> links_; // of a free record: `next` is the next free one
+    GrowArray<ChainLink> links_{LinksGrowBy}; // of a free record: `next` is the next free one
     FormulaHandle firstFree_ = NoFormula;
     FormulaHandle used_ = 1; // handles that were ever given away, with 0
 };

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 namespace vorn {
@@ -70,11 +71,16 @@ public:
         }
         if (newSize > capacity_ && !grow(newSize))
             return false;
-        if (newSize > size_)
-            std::fill(data_ + size_, data_ + newSize, Element{});
+        // As bytes: an assignment in a loop is slow for records whose fields are not aligned.
+        const Element fresh{};
+        for (std::int32_t index = size_; index < newSize; ++index)
+            std::memcpy(static_cast<void*>(data_ + index), &fresh, sizeof fresh);
         size_ = newSize;
         return true;
     }
+
+    // Allocates for `size` elements, most of which are still to come.
+    bool reserve(std::int32_t size) { return size <= capacity_ || reallocate(size); }
 
     // By value, because `element` may be one of ours, in the block that is about to move.
     bool append(Element element)
@@ -105,8 +111,12 @@ public:
 private:
     bool grow(std::int32_t newSize)
     {
-        const std::int32_t wanted =
-            data_ == nullptr ? newSize : std::max(newSize, capacity_ + growStep(size_, growBy_));
+        return reallocate(
+            data_ == nullptr ? newSize : std::max(newSize, capacity_ + growStep(size_, growBy_)));
+    }
+
+    bool reallocate(std::int32_t wanted)
+    {
         // A table of pointers has elements of a pointer's size.
         const std::size_t bytes = static_cast<std::size_t>(wanted) *
                                   sizeof(Element); // NOLINT(bugprone-sizeof-expression)

@@ -31,6 +31,9 @@ public:
     // The same, for bytes that the caller writes there before anybody looks.
     std::int32_t addSpace(std::size_t size, std::int32_t initialRefs);
 
+    // Makes the table ready for so many more entries.
+    bool reserve(std::int32_t entries) { return slots_.reserve(slots_.size() + entries); }
+
     // One more owner. Returns the index; -1 is left alone.
     std::int32_t addRef(std::int32_t index)
     {

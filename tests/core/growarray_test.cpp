@@ -111,6 +111,23 @@ TEST_F(GrowArrayTest, fillsWithDefaults)
         EXPECT_EQ(table[index], Item{}) << index;
 }
 
+TEST_F(GrowArrayTest, reservesRoomForWhatWillCome)
+{
+    GrowArray<int> table;
+    EXPECT_TRUE(table.reserve(100));
+    EXPECT_EQ(table.capacity(), 100);
+    EXPECT_EQ(table.size(), 0);
+    for (int number = 0; number < 100; ++number)
+        table.append(number);
+    EXPECT_EQ(table.capacity(), 100) << "nothing grew";
+    EXPECT_TRUE(table.reserve(50));
+    EXPECT_EQ(table.capacity(), 100) << "less than there is changes nothing";
+    table.append(100);
+    EXPECT_EQ(table.capacity(), 112);
+    EXPECT_EQ(table[0], 0);
+    EXPECT_EQ(table[100], 100);
+}
+
 TEST_F(GrowArrayTest, appendsItsOwnElements)
 {
     GrowArray<Item> table;
@@ -177,6 +194,21 @@ TEST_F(GrowArrayTest, keepsWhatItHadWhenAnyOneGrowthIsRefused)
         EXPECT_EQ(watch.liveBlocks(), 0);
         clearError();
     }
+}
+
+TEST_F(GrowArrayTest, keepsWhatItHadWhenAReserveIsRefused)
+{
+    GrowArray<int> table;
+    table.append(7);
+    {
+        const AllocationWatch watch(1);
+        EXPECT_FALSE(table.reserve(100));
+        EXPECT_TRUE(table.reserve(1));
+    }
+    EXPECT_EQ(errorState.code, ErrorMemory);
+    clearError();
+    EXPECT_EQ(table.size(), 1);
+    EXPECT_EQ(table[0], 7);
 }
 
 TEST_F(GrowArrayTest, leavesTheFirstOfSeveralErrorsStanding)

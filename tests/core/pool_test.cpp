@@ -53,6 +53,21 @@ TEST_F(PoolTest, givesIndicesInOrder)
     EXPECT_EQ(pool.fileIndex(0), -1);
 }
 
+TEST_F(PoolTest, growsOnceForEntriesThatAreAnnounced)
+{
+    const auto allocations = [](std::int32_t announced) {
+        destroyPrivateHeap();
+        createPrivateHeap();
+        const AllocationWatch watch;
+        Pool pool;
+        EXPECT_TRUE(pool.reserve(announced));
+        for (int index = 0; index < 1000; ++index)
+            EXPECT_EQ(pool.add("abc", 4, 1), index);
+        return watch.asked();
+    };
+    EXPECT_LT(allocations(1000), allocations(0) - 10);
+}
+
 TEST_F(PoolTest, usesTheLastFreedIndexFirst)
 {
     Pool pool;
