@@ -44,6 +44,11 @@ bool isSoundCall(int row, int count)
     return count >= function.minArguments && count <= function.maxArguments;
 }
 
+bool isVolatileRow(int row)
+{
+    return row == FunctionRowRand || row == FunctionRowNow || row == FunctionRowToday;
+}
+
 // A value that is nothing but its bytes.
 bool isPlainValue(const CellValue& value)
 {
@@ -77,6 +82,7 @@ bool CodeCheck::isSoundOperand(const std::uint8_t* instruction)
     const std::uint8_t* operand = instruction + 1;
     switch (*instruction) {
     case OpCall:
+        needs_.isVolatile = needs_.isVolatile || isVolatileRow(readOperand<std::uint16_t>(operand));
         return isSoundCall(readOperand<std::uint16_t>(operand), operand[2]);
     case OpPushValue:
         return isPlainValue(readOperand<CellValue>(operand));
@@ -142,6 +148,7 @@ bool isSoundFormulaCode(const std::uint8_t* code, std::uint32_t length, CodeNeed
         return false;
     needs.texts = std::max(needs.texts, check.needs().texts);
     needs.names = std::max(needs.names, check.needs().names);
+    needs.isVolatile = needs.isVolatile || check.needs().isVolatile;
     return true;
 }
 

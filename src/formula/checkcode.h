@@ -16,10 +16,12 @@ namespace vorn {
 // The longest code that a check takes.
 constexpr std::uint32_t CheckedCodeMax = 65536;
 
-// How many texts and names there have to be for all numbers in the code to mean one.
+// How many texts and names there have to be for all numbers in the code to mean one, and whether it
+// calls a function whose value changes by itself (Rand, Now, Today).
 struct CodeNeeds {
     std::uint32_t texts = 0;
     std::uint32_t names = 0;
+    bool isVolatile = false;
 };
 
 // Is this the code of a formula or of a name? It must be whole instructions up to an OpReturn that

@@ -191,6 +191,31 @@ TEST(CheckCode, tellsHowManyTextsAndNamesThereHaveToBe)
     }
 }
 
+TEST(CheckCode, tellsWhetherAFunctionChangesByItself)
+{
+    const struct {
+        const char16_t* formula;
+        bool isVolatile;
+    } cases[] = {
+        {u"1+Sum(A1:B2)",   false},
+        {u"Rand()",         true },
+        {u"1+Now()",        true },
+        {u"Today()",        true },
+        {u"If(A1,1,Now())", true },
+        {u"Date(2001,1,1)", false},
+    };
+    const TestDocument document;
+    for (const auto& c : cases) {
+        const Compiled compiled = compileFormula(c.formula);
+        CodeNeeds needs;
+        ASSERT_TRUE(isSound(codeBytes(compiled.code), needs)) << compiled.code;
+        EXPECT_EQ(needs.isVolatile, c.isVolatile) << compiled.code;
+        needs.isVolatile = true;
+        isSound(codeBytes(ONE "00"), needs);
+        EXPECT_TRUE(needs.isVolatile) << "it is added to what was found before";
+    }
+}
+
 TEST(CheckCode, takesTheReferencesToTextsOfAWholeDocument)
 {
     const TestDocument document;
