@@ -45,8 +45,9 @@ public:
     RecordSource(const RecordSource&) = delete;
     RecordSource& operator=(const RecordSource&) = delete;
 
-    // Bytes that the stream really had.
+    // Bytes that the stream really had, and those that are still to come.
     std::uint32_t length() const { return length_; }
+    std::uint32_t remaining() const { return length_ - place_; }
 
     // The type and the fields of the next record; false, with ErrorFileRead, when the stream ends
     // before it does.
@@ -105,7 +106,8 @@ private:
     void dispatch(std::uint16_t type, RecordCursor fields);
     void readReserved(std::uint16_t type, RecordCursor fields);
     void readText(RecordCursor fields);
-    bool isSoundCode(RecordCursor& fields);
+    void reserve(Pool& pool, RecordCursor fields);
+    bool isSoundCode(const RecordCursor& fields, CodeNeeds& needs);
     void readFormula(RecordCursor fields);
     void readName(RecordCursor fields);
     std::uint8_t* copyDefinition(RecordCursor fields);
@@ -122,10 +124,9 @@ private:
     StreamNumbers numbers_;
     NativeTableReader tables_;
     NativeSheetReader sheets_;
-    CodeNeeds needs_; // of all code so far
+    CodeNeeds needs_; // of all code so far, but for texts
     std::uint16_t version_ = 0;
     int sheet_ = -1; // index of the sheet whose records come
-    bool isVolatile_ = false;
 };
 
 // --- The header
@@ -181,6 +182,10 @@ void NativeReader::dispatch(std::uint16_t type, RecordCursor fields)
     if (type >= FirstReservedRecord)
         return readReserved(type, fields);
     switch (static_cast<NativeRecord>(type)) {
+    case RecordTextCount:
+        return reserve(*stringPool, fields);
+    case RecordFormulaCount:
+        return reserve(*formulaPool, fields);
     case RecordText:
         return readText(fields);
     case RecordSheetStart:
@@ -224,9 +229,7 @@ void NativeReader::dispatch(std::uint16_t type, RecordCursor fields)
         return sheets_.readFilterColumn(fields);
     case RecordHeader: // a second one says nothing
     case RecordEnd:
-    case RecordTextCount: // counts are for those who number anew
-    case RecordFormulaCount:
-    case RecordTableCounts:
+    case RecordTableCounts: // counts are for those who number anew
     case RecordNameCount:
     case FirstReservedRecord:
     case RecordActiveSheet:
@@ -257,6 +260,14 @@ void NativeReader::readCodePage(RecordCursor fields)
 
 // --- Pools. Nobody owns an entry yet; one that stays without an owner is not saved again.
 
+// Believes a count as far as there are bytes for so many entries.
+void NativeReader::reserve(Pool& pool, RecordCursor fields)
+{
+    constexpr std::uint32_t LeastEntryBytes = 8; // the heads of a record and of what it holds
+    const std::uint32_t most = source_.remaining() / LeastEntryBytes;
+    pool.reserve(static_cast<std::int32_t>(std::min(fields.take32(), most)));
+}
+
 void NativeReader::readText(RecordCursor fields)
 {
     const FiledText text = fields.takeCountedText();
@@ -269,31 +280,34 @@ void NativeReader::readText(RecordCursor fields)
     ++numbers_.texts;
 }
 
-// Looks at a count of bytes and so many bytes of code; damage is raised. The cursor stays.
-bool NativeReader::isSoundCode(RecordCursor& fields)
+// Looks at a count of bytes and so many bytes of code, and notes what it needs; damage is raised.
+bool NativeReader::isSoundCode(const RecordCursor& fields, CodeNeeds& needs)
 {
     RecordCursor code = fields;
     const std::uint32_t length = code.take32();
-    CodeNeeds needs = needs_;
     if (length > code.remaining() || !isSoundFormulaCode(code.position(), length, needs) ||
         needs.texts > numbers_.texts) {
         raiseError(ErrorFileRead);
         return false;
     }
-    needs_ = needs;
+    needs_.names = std::max(needs_.names, needs.names);
+    needs_.isVolatile = needs_.isVolatile || needs.isVolatile;
     return true;
 }
 
+// Code without texts is in the file as it is in memory: the numbers of names are the same.
 void NativeReader::readFormula(RecordCursor fields)
 {
-    if (!isSoundCode(fields))
+    CodeNeeds needs;
+    if (!isSoundCode(fields, needs))
         return;
     const std::size_t bytes = CodeCountBytes + get32(fields.position());
     const std::int32_t index = formulaPool->add(fields.position(), bytes, 0);
     if (index == -1)
         return;
     assert(static_cast<std::uint32_t>(index) == numbers_.formulas);
-    isVolatile_ = byteCodeFromFileForm(formulaPool->code(index), {}) || isVolatile_;
+    if (needs.texts != 0)
+        byteCodeFromFileForm(formulaPool->code(index), {});
     ++numbers_.formulas;
 }
 
@@ -302,7 +316,8 @@ void NativeReader::readFormula(RecordCursor fields)
 // The block of a definition; null, perhaps with an error, if there is none.
 std::uint8_t* NativeReader::copyDefinition(RecordCursor fields)
 {
-    if (fields.remaining() == 0 || !isSoundCode(fields))
+    CodeNeeds needs;
+    if (fields.remaining() == 0 || !isSoundCode(fields, needs))
         return nullptr;
     const std::size_t bytes = CodeCountBytes + get32(fields.position());
     auto* block = static_cast<std::uint8_t*>(heapAlloc(bytes));
@@ -310,7 +325,7 @@ std::uint8_t* NativeReader::copyDefinition(RecordCursor fields)
         return nullptr;
     std::memcpy(block, fields.position(), bytes);
     // The numbers of names stand as they are, so the definition need not wait for the others.
-    isVolatile_ = byteCodeFromFileForm(block + CodeCountBytes, {}) || isVolatile_;
+    byteCodeFromFileForm(block + CodeCountBytes, {});
     return block;
 }
 
@@ -404,7 +419,7 @@ void NativeReader::finish()
     if (isLegacy() || workbook->currentSheet == nullptr)
         activate(0);
     // Results are trusted, but for those that change by themselves.
-    if (isVolatile_ && !errorStands())
+    if (needs_.isVolatile && !errorStands())
         recalculate();
 }
 

@@ -145,6 +145,119 @@ void NativeSheetReader::readColumns(RecordCursor record)
         sheet_->columns.setColumnAttr(first, last, attributes);
 }
 
+// --- Cells. Of all that a file holds they are the most, so one call reads a whole row of them.
+
+namespace {
+
+class CellReader {
+public:
+    CellReader(const StreamNumbers& numbers, const RecordCursor& record, CellPosition place)
+        : styles_(workbook->styles.size()), numbers_(numbers), record_(record), place_(place)
+    {
+    }
+
+    void readCells(Row& row, int first, int end);
+
+private:
+    bool readCell(Cell& cell);
+    FormulaCell* makeFormula(std::uint32_t number) const;
+    void readPayload(CellValue& value, std::uint8_t tag, const std::uint8_t* payload) const;
+
+    const int styles_; // how many there are
+    const StreamNumbers& numbers_;
+    RecordCursor record_;
+    CellPosition place_;
+};
+
+// The row gets its cells at their final size at once. A hole takes a byte, so there are never more
+// than bytes.
+void CellReader::readCells(Row& row, int first, int end)
+{
+    end = std::min(end, first + static_cast<int>(record_.remaining()));
+    if (first >= end || !row.cells.resize(end))
+        return;
+    int stored = 0;
+    for (int column = first; column < end && record_.remaining() != 0; ++column) {
+        if (*record_.position() == CellHole) {
+            record_.skip(1);
+            continue;
+        }
+        place_.column = static_cast<std::uint16_t>(column);
+        if (!readCell(row.cells.data()[column]))
+            break;
+        if (stored == 0)
+            row.firstColumn = static_cast<std::int16_t>(column);
+        stored = column + 1;
+    }
+    row.cells.resize(stored);
+}
+
+// Answers false at the end of what can be understood.
+bool CellReader::readCell(Cell& cell)
+{
+    const std::uint8_t* item = record_.position();
+    const bool hasFormula = (*item & CellFormulaMark) != 0;
+    const auto tag = static_cast<std::uint8_t>(*item & ~CellFormulaMark);
+    if (tag >= std::size(CellPayloadSizes) || CellPayloadSizes[tag] == NoCellPayload)
+        return false;
+    const std::uint32_t formulaPlace = 3U + CellPayloadSizes[tag];
+    const std::uint32_t size = formulaPlace + (hasFormula ? 4U : 0U);
+    if (size > record_.remaining())
+        return false;
+    record_.skip(size);
+
+    const int style = get16(item + 1);
+    cell.style = static_cast<std::int16_t>(style < styles_ ? style : 0);
+    CellValue* value = &cell.value;
+    if (hasFormula) {
+        if (FormulaCell* formula = makeFormula(get32(item + formulaPlace))) {
+            cell.value.put(TagFormula, formula->handle);
+            value = &formula->result;
+        }
+    }
+    readPayload(*value, tag, item + 3);
+    return true;
+}
+
+// The record of a formula, on the chain. Null for a number that is none and, with an error that
+// ends the load, without memory: the cell then keeps the result alone.
+FormulaCell* CellReader::makeFormula(std::uint32_t number) const
+{
+    const std::int32_t formula = numbers_.formulaIndex(number);
+    FormulaCell* cell = formula == -1 ? nullptr : newFormulaCell(place_, formula);
+    if (cell == nullptr)
+        return nullptr;
+    formulaPool->addRef(formula);
+    calcChain.append(cell);
+    return cell;
+}
+
+// Into a blank value, field by field: a whole value put together first is a slow copy.
+void CellReader::readPayload(CellValue& value, std::uint8_t tag, const std::uint8_t* payload) const
+{
+    switch (tag) {
+    case TagLogical:
+        value.put(TagLogical, static_cast<std::int32_t>(*payload != 0));
+        break;
+    case TagError:
+        value.put(TagError, static_cast<std::int32_t>(*payload));
+        break;
+    case TagText:
+        value.put(TagText, stringPool->addRef(numbers_.textIndex(get32(payload))));
+        break;
+    case TagNumber:
+        value.put(TagNumber, getDouble(payload));
+        break;
+    case TagDateTime:
+        value.put(TagDateTime, getDouble(payload));
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace
+
 // --- Rows
 
 Row* NativeSheetReader::makeRow(int row)
@@ -177,86 +290,8 @@ void NativeSheetReader::readRow(RecordCursor record)
     object->height = static_cast<std::uint16_t>(height & RowHeightMask);
     object->flags = flags;
     object->style = style;
-    readCells(*object, row, first, std::min<int>(end, ColumnCount), record);
-}
-
-// The row gets its cells at their final size at once. A hole takes a byte, so there are never more
-// than bytes.
-void NativeSheetReader::readCells(Row& object, int row, int first, int end, RecordCursor& record)
-{
-    end = std::min(end, first + static_cast<int>(record.remaining()));
-    if (first >= end || !object.cells.resize(end))
-        return;
-    CellPosition position{static_cast<std::uint16_t>(row), 0,
-                          static_cast<std::uint16_t>(sheet_->index)};
-    int stored = 0;
-    for (int column = first; column < end && record.remaining() != 0; ++column) {
-        if (*record.position() == CellHole) {
-            record.take8();
-            continue;
-        }
-        position.column = static_cast<std::uint16_t>(column);
-        if (!readCell(object.cells[column], position, record))
-            break;
-        if (stored == 0)
-            object.firstColumn = static_cast<std::int16_t>(column);
-        stored = column + 1;
-    }
-    object.cells.resize(stored);
-}
-
-// Answers false at the end of what can be understood.
-bool NativeSheetReader::readCell(Cell& cell, CellPosition position, RecordCursor& record)
-{
-    const std::uint8_t* item = record.position();
-    const bool hasFormula = (*item & CellFormulaMark) != 0;
-    const auto tag = static_cast<std::uint8_t>(*item & ~CellFormulaMark);
-    if (tag >= std::size(CellPayloadSizes) || CellPayloadSizes[tag] == NoCellPayload)
-        return false;
-    const std::uint32_t formulaPlace = 3U + CellPayloadSizes[tag];
-    const std::uint32_t size = formulaPlace + (hasFormula ? 4U : 0U);
-    if (size > record.remaining())
-        return false;
-    record.skip(size);
-
-    cell.style = static_cast<std::int16_t>(numbers_.styleIndex(get16(item + 1)));
-    readPayload(cell.value, tag, item + 3);
-    const std::int32_t formula =
-        hasFormula ? numbers_.formulaIndex(get32(item + formulaPlace)) : -1;
-    if (formula == -1)
-        return true;
-    FormulaCell* formulaCell = newFormulaCell(position, formula);
-    if (formulaCell == nullptr)
-        return true; // the result stays, and the error ends the load
-    formulaPool->addRef(formula);
-    formulaCell->result = cell.value;
-    cell.value = CellValue::makeFormula(formulaCell);
-    calcChain.append(formulaCell);
-    return true;
-}
-
-void NativeSheetReader::readPayload(CellValue& value, std::uint8_t tag,
-                                    const std::uint8_t* payload) const
-{
-    switch (tag) {
-    case TagLogical:
-        value = CellValue::makeLogical(*payload != 0);
-        break;
-    case TagError:
-        value = CellValue::makeError(*payload);
-        break;
-    case TagText:
-        value = CellValue::makeTextIndex(stringPool->addRef(numbers_.textIndex(get32(payload))));
-        break;
-    case TagNumber:
-        value = CellValue::makeNumber(getDouble(payload));
-        break;
-    case TagDateTime:
-        value = CellValue::makeDate(getDouble(payload));
-        break;
-    default:
-        break;
-    }
+    const CellPosition place{row, 0, static_cast<std::uint16_t>(sheet_->index)};
+    CellReader(numbers_, record, place).readCells(*object, first, std::min<int>(end, ColumnCount));
 }
 
 // --- The filter

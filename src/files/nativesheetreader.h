@@ -51,9 +51,6 @@ public:
 private:
     void scrollBehindTitles();
     Row* makeRow(int row);
-    void readCells(Row& object, int row, int first, int end, RecordCursor& record);
-    bool readCell(Cell& cell, CellPosition position, RecordCursor& record);
-    void readPayload(CellValue& value, std::uint8_t tag, const std::uint8_t* payload) const;
 
     const StreamNumbers& numbers_;
     RoomLimit room_;
