@@ -69,34 +69,45 @@ bool isTask(int id)
     return id >= CommandFirstTask && id <= CommandLastTask;
 }
 
-// What the editor does itself, and not the document, while it is open.
-struct EditorCommand {
-    int id;
-    void (TextEditor::*run)();
-    bool whilePointing;
-};
-
-constexpr EditorCommand EditorCommands[] = {
-    {CommandUndo,          &TextEditor::undo,  true },
-    {CommandCut,           &TextEditor::cut,   false},
-    {CommandCopy,          &TextEditor::copy,  false},
-    {CommandPaste,         &TextEditor::paste, false},
-    {CommandClearAll,      &TextEditor::clear, false},
-    {CommandClearContents, &TextEditor::clear, false},
-};
-
-const EditorCommand* findEditorCommand(int id)
+// What the editor does in place of the document.
+void runInEditor(TextEditor& editor, int id)
 {
-    const auto* found =
-        std::find_if(std::begin(EditorCommands), std::end(EditorCommands),
-                     [id](const EditorCommand& command) { return command.id == id; });
-    return found == std::end(EditorCommands) ? nullptr : found;
+    switch (id) {
+    case CommandUndo:
+        editor.undo();
+        break;
+    case CommandCut:
+        editor.cut();
+        break;
+    case CommandCopy:
+        editor.copy();
+        break;
+    case CommandPaste:
+        editor.paste();
+        break;
+    case CommandClearAll:
+    case CommandClearContents:
+        editor.clear();
+        break;
+    default:
+        break;
+    }
 }
 
 CommandRoute routeWhileEditing(int id, bool pointing)
 {
-    if (const EditorCommand* command = findEditorCommand(id))
-        return command->whilePointing || !pointing ? CommandRoute::ToEditor : CommandRoute::Ignored;
+    switch (id) {
+    case CommandUndo:
+        return CommandRoute::ToEditor;
+    case CommandCut:
+    case CommandCopy:
+    case CommandPaste:
+    case CommandClearAll:
+    case CommandClearContents:
+        return pointing ? CommandRoute::Ignored : CommandRoute::ToEditor;
+    default:
+        break;
+    }
     const Command* command = findCommand(id);
     return command != nullptr && command->has(WhileEditing) ? CommandRoute::Runs
                                                             : CommandRoute::Ignored;
@@ -141,7 +152,7 @@ void onCommand(std::uint16_t id)
     case CommandRoute::Ignored:
         return;
     case CommandRoute::ToEditor:
-        (application->textEditor->*findEditorCommand(id)->run)();
+        runInEditor(*application->textEditor, id);
         break;
     case CommandRoute::Runs:
         runCommand(id);
