@@ -16,13 +16,10 @@ constexpr int CellMargin = 6;
 constexpr int WrappedMargin = 3;
 
 constexpr int TwipsPerPixel = 15;
-constexpr int GreatestRowHeight = 0x7fff;
 
 // A General number gives up some decimals rather than make its column wider than this.
 constexpr int GreatestNumberWidth = 294;
 constexpr int NumberWidthStep = 2;
-
-constexpr std::uint16_t DefaultHeightByHand = 1;
 
 int lineHeight(int style)
 {
@@ -142,7 +139,7 @@ int autofitRow(const Sheet& sheet, int row)
 
 void autofitRows(Sheet& sheet, const RangeRef& selection)
 {
-    if (selection.isWholeColumns() && (sheet.rowFlags & DefaultHeightByHand) == 0)
+    if (selection.isWholeColumns() && (sheet.rowFlags & DefaultHeightCustomFlag) == 0)
         sheet.defaultRowHeight = static_cast<std::uint16_t>(defaultRowHeightForFonts(sheet));
     for (int row = sheet.nextRow(selection.firstRow - 1); row <= selection.lastRow;
          row = sheet.nextRow(row)) {

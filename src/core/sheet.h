@@ -32,6 +32,7 @@ static_assert(sizeof(Cell) == 14 && offsetof(Cell, style) == 12);
 constexpr std::uint16_t RowHiddenFlag = 1 << 5;
 constexpr std::uint16_t RowCustomHeightFlag = 1 << 6;
 constexpr int DefaultRowHeight = 255;
+constexpr int GreatestRowHeight = 0x7fff;            // that a row can have
 constexpr std::uint16_t DefaultHeightCustomFlag = 1; // of a sheet's rowFlags
 constexpr int SheetNameMax = 39;
 

@@ -121,6 +121,7 @@ void setRowHeights(int row, int height, SizeTarget target)
 {
     if (height < 1)
         return hideRows(row, true, target);
+    height = std::min(height, GreatestRowHeight);
     const Span rows = rowsOf(row, target);
     SizeStep step;
     if (isEveryRow(rows)) {
