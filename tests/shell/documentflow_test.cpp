@@ -4,6 +4,7 @@
 #include "core/workbook.h"
 #include "files/openflow.h"
 #include "shell/application.h"
+#include "shell/commandhandlers.h"
 #include "support/choosinguser.h"
 #include "support/environment.h"
 #include "support/faultyfiles.h"
@@ -385,6 +386,33 @@ TEST_F(DocumentFlow, makesTheFolderOfTheKnownPathAgain)
     EXPECT_EQ(saveDocument(false), SaveOutcome::Written);
     EXPECT_TRUE(exists("gone/a.vn"));
     EXPECT_FALSE(workbook->modified);
+}
+
+TEST_F(DocumentFlow, savesTheZoomThatFullScreenHides)
+{
+    const struct {
+        const char* behaviour;
+        bool ownZoom;
+        int zoom; // set while the screen is full; 0 leaves it
+        int saved;
+    } cases[] = {
+        {"the zoom that it lowered",        true,  0,  100},
+        {"unless it was changed since",     true,  80, 80 },
+        {"and what a full screen does not", false, 0,  100},
+        {"nor takes for its own",           false, 90, 90 },
+    };
+    for (const auto& c : cases) {
+        app.newWorkbook();
+        app.fullScreenZoomOn = c.ownZoom;
+        setFullScreen(true);
+        if (c.zoom != 0)
+            setZoomOfAllSheets(c.zoom);
+        workbook->path = folder.path("zoom.vn");
+        EXPECT_EQ(saveDocument(false), SaveOutcome::Written);
+        setFullScreen(false);
+        app.OpenDocument(folder.path("zoom.vn"));
+        EXPECT_EQ(workbook->currentSheet->zoom, c.saved) << c.behaviour;
+    }
 }
 
 // --- Before a document goes
