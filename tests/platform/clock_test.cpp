@@ -3,6 +3,7 @@
 #include "platform/posix/clock.h"
 #include "support/environment.h"
 
+#include <chrono>
 #include <ctime>
 #include <gtest/gtest.h>
 
@@ -67,9 +68,14 @@ TEST(SystemClock, tellsTheTimeOfTheZone)
 {
     const EnvironmentVariable zone("TZ", "UTC-5"); // five hours ahead
     SystemClock clock;
-    const std::time_t before = std::time(nullptr);
+    // std::time may lag behind the precise clock by a tick, and so by a second.
+    const auto present = [] {
+        return std::chrono::system_clock::to_time_t(
+            std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()));
+    };
+    const std::time_t before = present();
     const LocalTime now = clock.localTime();
-    const std::time_t after = std::time(nullptr);
+    const std::time_t after = present();
     std::tm parts{};
     parts.tm_year = now.year - 1900;
     parts.tm_mon = now.month - 1;
