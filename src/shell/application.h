@@ -146,8 +146,8 @@ public:
     // Lets every undo step go, on somebody's request.
     void forgetHistory();
 
-    // Stores typed text in the active cell as an undo step (editing/entry.h). False, with the sticky
-    // error and the cell as it was, if the text could not be stored.
+    // Stores typed text in the active cell as an undo step (editing/entry.h). False, with the
+    // sticky error and the cell as it was, if the text could not be stored.
     bool enterCell(std::u16string_view text);
 
     // Shows the sticky error, if one stands, and clears it.
