@@ -1,5 +1,6 @@
-#include "core/workbook.h"
 #include "editing/quickentry.h"
+
+#include "core/workbook.h"
 #include "shell/dialog.h"
 #include "shell/dialogs/ask.h"
 
