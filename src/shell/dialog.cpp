@@ -84,11 +84,8 @@ DialogModel::DialogModel(const DialogForm& form) : form_(form), title_(form.titl
 
 const Control* DialogModel::find(int control) const
 {
-    for (const Control& candidate : controls_) {
-        if (candidate.form->id == control)
-            return &candidate;
-    }
-    return nullptr;
+    const std::size_t index = indexOf(control);
+    return index < controls_.size() ? &controls_[index] : nullptr;
 }
 
 // --- What the user does
@@ -338,12 +335,24 @@ int DialogModel::wholeNumber(int control) const
 
 // --- Within
 
-// A number that the dialog does not have is a slip of the rules.
+// The number of controls for a control that the dialog does not have.
 std::size_t DialogModel::indexOf(int control) const
 {
-    const Control* found = find(control);
-    assert(found != nullptr);
-    return static_cast<std::size_t>(found - controls_.data());
+    const auto found = std::find_if(controls_.begin(), controls_.end(),
+                                    [&](const Control& it) { return it.form->id == control; });
+    return static_cast<std::size_t>(found - controls_.begin());
+}
+
+const Control& DialogModel::at(int control) const
+{
+    assert(indexOf(control) < controls_.size());
+    return controls_[indexOf(control)];
+}
+
+Control& DialogModel::at(int control)
+{
+    assert(indexOf(control) < controls_.size());
+    return controls_[indexOf(control)];
 }
 
 // The control that the user may use now; null if there is none. Whatever is done to it ends the

@@ -181,8 +181,8 @@ protected:
 
 private:
     std::size_t indexOf(int control) const;
-    const Control& at(int control) const { return controls_[indexOf(control)]; }
-    Control& at(int control) { return controls_[indexOf(control)]; }
+    const Control& at(int control) const;
+    Control& at(int control);
     Control* usable(int control);
     void turnOn(const Control& radio);
     void beginRule();

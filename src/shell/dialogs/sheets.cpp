@@ -71,7 +71,7 @@ private:
             raiseError(ErrorSheetExists);
             return;
         }
-        setEntry(Names, selected(Names), workbook->sheetAt(selected(Names))->name());
+        setEntry(Names, selected(Names), workbook->sheets[selected(Names)]->name());
         tellSheetChanged();
         workbook->modified = true;
     }
@@ -83,7 +83,7 @@ private:
         if (index == NoEntry || workbook->sheets.size() < 2)
             return;
         const std::u16string question =
-            u"Delete sheet " + std::u16string(workbook->sheetAt(index)->name()) + u'?';
+            u"Delete sheet " + std::u16string(workbook->sheets[index]->name()) + u'?';
         if (platform.userInterface->messageBox(u"Vorn", question, BoxButtons::YesNo) !=
             BoxAnswer::Yes)
             return;
@@ -99,7 +99,7 @@ private:
     {
         if (selected(Names) == NoEntry)
             return;
-        workbook->setCurrentSheet(workbook->sheetAt(selected(Names)));
+        workbook->setCurrentSheet(workbook->sheets[selected(Names)]);
         tellSheetChanged();
     }
 };
