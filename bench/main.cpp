@@ -5,6 +5,7 @@
 #include "platform/gsf/compoundfiles.h"
 #include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
+#include "platform/headless/textmeasure.h"
 #include "platform/headless/userinterface.h"
 #include "platform/icu/codepages.h"
 #include "platform/icu/localesource.h"
@@ -29,8 +30,10 @@ int main(int argc, char** argv)
     GsfCompoundFiles compoundFiles(files);
     SilentUserInterface userInterface;
     MemoryClipboard clipboard;
+    FixedTextMeasure textMeasure;
     platform = {&clock, &localeSource,  &textRules,     &codePages,
                 &files, &compoundFiles, &userInterface, &clipboard};
+    platform.textMeasure = &textMeasure;
     startDocumentCore();
     benchmark::RunSpecifiedBenchmarks();
     stopDocumentCore();
