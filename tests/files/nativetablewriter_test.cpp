@@ -119,39 +119,31 @@ TEST_F(NativeTableWriterTest, laysOutTheFieldsOfAFont)
 
 TEST_F(NativeTableWriterTest, laysOutTheFieldsOfAFormat)
 {
-    const struct {
-        const char* behaviour;
-        void (*make)(NumberFormat&);
-        int type;
-        std::string payload;
-    } rows[] = {
-        {"General",
-         [](NumberFormat& format) { makeNumberFormat(format, true, false, 0, u"", u"", u"", u""); },
-         17,                                                                                                                    bare("ff 00") + hexPlain(u"") + hexPlain(u"") + hexPlain(u"") + hexPlain(u"")},
-        {"decimals and thousands",
-         [](NumberFormat& format) { makeNumberFormat(format, false, true, 9, u"", u"", u"", u""); },
-         17,                                                                                                                    bare("09 01") + hexPlain(u"") + hexPlain(u"") + hexPlain(u"") + hexPlain(u"")},
-        {"four affixes, with the percent told by them",
-         [](NumberFormat& format) {
-             makeNumberFormat(format, false, false, 0, u"a", u"%", u"\u20ac", u"d e");
-         },                                                                                                                 17,
-         bare("00 00") + hexPlain(u"a") + hexPlain(u"%") + hexPlain(u"\u20ac") + hexPlain(u"d e")                                                                                                            },
-        {"a text format",                               makeTextFormat,                                                     17,
-         bare("fe 00") + hexPlain(u"") + hexPlain(u"") + hexPlain(u"") + hexPlain(u"")                                                                                                                       },
-        {"a date",                                      [](NumberFormat& format) { makeDateFormat(format, u"M/d", u""); },  18,
-         hexPlain(u"M/d") + hexPlain(u"")                                                                                                                                                                    },
-        {"a time",                                      [](NumberFormat& format) { makeDateFormat(format, u"", u"H:mm"); }, 18,
-         hexPlain(u"") + hexPlain(u"H:mm")                                                                                                                                                                   },
-        {"both",                                        [](NumberFormat& format) { makeDateFormat(format, u"M", u"H"); },   18,
-         hexPlain(u"M") + hexPlain(u"H")                                                                                                                                                                     },
-    };
-    for (const auto& row : rows) {
-        NumberFormat format;
-        row.make(format);
+    const auto expectFiled = [](NumberFormat& format, int type, const std::string& payload) {
         workbook->setFormat(format, 16);
-        EXPECT_EQ(savedPayloads(row.type).back(), row.payload) << row.behaviour;
-        EXPECT_EQ(savedPayloads(17).size() + savedPayloads(18).size(), 17u) << row.behaviour;
-    }
+        format = {};
+        EXPECT_EQ(savedPayloads(type).back(), payload);
+        EXPECT_EQ(savedPayloads(17).size() + savedPayloads(18).size(), 17u);
+    };
+    const std::string none = hexPlain(u"");
+    const std::string noAffixes = none + none + none + none;
+    NumberFormat format;
+    makeNumberFormat(format, true, false, 0, u"", u"", u"", u"");
+    expectFiled(format, 17, bare("ff 00") + noAffixes);
+    makeNumberFormat(format, false, true, 9, u"", u"", u"", u"");
+    expectFiled(format, 17, bare("09 01") + noAffixes);
+    makeNumberFormat(format, false, false, 0, u"a", u"%", u"\u20ac", u"d e");
+    expectFiled(format, 17,
+                bare("00 00") + hexPlain(u"a") + hexPlain(u"%") + hexPlain(u"\u20ac") +
+                    hexPlain(u"d e"));
+    makeTextFormat(format);
+    expectFiled(format, 17, bare("fe 00") + noAffixes);
+    makeDateFormat(format, u"M/d", u"");
+    expectFiled(format, 18, hexPlain(u"M/d") + none);
+    makeDateFormat(format, u"", u"H:mm");
+    expectFiled(format, 18, none + hexPlain(u"H:mm"));
+    makeDateFormat(format, u"M", u"H");
+    expectFiled(format, 18, hexPlain(u"M") + hexPlain(u"H"));
 }
 
 TEST_F(NativeTableWriterTest, writesEveryFormatUsedOrNot)
