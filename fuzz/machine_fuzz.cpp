@@ -3,8 +3,9 @@
 // functions with as many arguments as they take. Whatever it does, the machine must come back to
 // where it was and every text must have the owners that it had.
 //
-// The input is a row of choices. The first byte of each round says whether a block is built and run
-// or a function is called with arguments of every kind.
+// The input is a row of choices. The first byte of each round says whether a block is built and
+// run, a function is called with arguments of every kind, or the bytes that follow are code as it
+// comes from a file, which runs if it passes the check of such code.
 
 #include "core/error.h"
 #include "core/formulacell.h"
@@ -12,7 +13,9 @@
 #include "core/pool.h"
 #include "core/workbook.h"
 #include "formula/bytecode.h"
+#include "formula/checkcode.h"
 #include "formula/machine.h"
+#include "formula/printer.h"
 #include "functions/table.h"
 #include "machine.h"
 
@@ -32,6 +35,12 @@ constexpr CellPosition Base{6, 3, 1};
 constexpr int Variables = 4;
 constexpr int RowSum = 3;
 constexpr int FormulaRows = FirstActionRow;
+
+// The texts of the first sheet, which are there all the time, under the first indices.
+constexpr std::uint32_t StandingTexts = 8;
+
+// The choice of a round of foreign code.
+constexpr int ForeignCode = 255;
 
 // A block has at most so many instructions, and a function is given at most so many arguments.
 constexpr int InstructionsMax = 800;
@@ -471,10 +480,11 @@ void requireSoundResult(const CellValue& result)
             stringPool->isLive(result.textIndex()));
 }
 
-void runBlock(Choices& choices)
+// Runs a formula twice. Takes over its one owner.
+void runFormula(std::int32_t formula)
 {
     const CellValue* stack = machine.stackTop;
-    FormulaCell* cell = newFormulaCell(Base, BlockMaker(choices).make());
+    FormulaCell* cell = newFormulaCell(Base, formula);
     for (int pass = 0; pass < 2; ++pass) {
         evaluateFormulaCell(*cell);
         requireSoundMachine(stack);
@@ -483,6 +493,26 @@ void runBlock(Choices& choices)
     deleteFormulaCell(cell);
     for (TaskVariable& variable : workbook->variables)
         releaseValue(variable.value);
+}
+
+// Such code can also be printed.
+void runForeignCode(Choices& choices)
+{
+    std::uint8_t block[4 + 256] = {};
+    const int length = choices.byte() + 1;
+    writeOperand(block, static_cast<std::uint32_t>(length));
+    for (int byte = 0; byte < length - 1; ++byte)
+        block[4 + byte] = static_cast<std::uint8_t>(choices.byte());
+    CodeNeeds needs;
+    if (!isSoundFormulaCode(block + 4, static_cast<std::uint32_t>(length), needs) ||
+        needs.texts > StandingTexts)
+        return;
+    const std::int32_t formula = formulaPool->add(block, 4 + static_cast<std::size_t>(length), 1);
+    byteCodeFromFileForm(formulaPool->code(formula), {});
+    require(printCode(formulaPool->code(formula), Base).size() <= PrintedTextMax);
+    require(!errorStands() || errorState.code == ErrorTooComplex);
+    clearError();
+    runFormula(formula);
 }
 
 // A function must take its arguments and leave one value, and touch nothing below. The one that
@@ -523,8 +553,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const vorn::Ownership before = vorn::ownership();
     vorn::Choices choices(data, size);
     while (!choices.atEnd()) {
-        if (choices.byte() % 4 == 0)
-            vorn::runBlock(choices);
+        const int choice = choices.byte();
+        if (choice == vorn::ForeignCode)
+            vorn::runForeignCode(choices);
+        else if (choice % 4 == 0)
+            vorn::runFormula(vorn::BlockMaker(choices).make());
         else
             vorn::callFunction(choices);
         vorn::require(vorn::ownership() == before);

@@ -4,6 +4,7 @@
 #include "core/memory.h"
 #include "core/pool.h"
 #include "core/workbook.h"
+#include "support/filedrecords.h"
 #include "support/nativefile.h"
 #include "support/refusal.h"
 #include "support/testplatform.h"
@@ -33,15 +34,18 @@ TEST(NativeDamage, leavesTheRichFileWhole)
 TEST(NativeDamage, isToldOfAFileCutAtAnyByte)
 {
     const TestDocument document;
-    const std::string whole = richFile().ended();
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-        // A block of its own, so that a sanitizer sees whoever reads on.
-        const std::string cut = whole.substr(0, size);
-        EXPECT_EQ(loadBytes(cut), ErrorFileRead) << size;
-        NewDocument(NewDocumentSheets, FileKindNative);
-        EXPECT_EQ(workbook->sheets.size(), NewDocumentSheets);
+    const std::string byHand = richFile().ended();
+    ASSERT_EQ(loadBytes(byHand), ErrorNone);
+    for (const std::string& whole : {byHand, savedBytes()}) {
+        for (std::size_t size = 0; size < whole.size(); ++size) {
+            // A block of its own, so that a sanitizer sees whoever reads on.
+            const std::string cut = whole.substr(0, size);
+            EXPECT_EQ(loadBytes(cut), ErrorFileRead) << size;
+            NewDocument(NewDocumentSheets, FileKindNative);
+            EXPECT_EQ(workbook->sheets.size(), NewDocumentSheets);
+        }
+        EXPECT_EQ(loadBytes(whole), ErrorNone);
     }
-    EXPECT_EQ(loadBytes(whole), ErrorNone);
 }
 
 // Whatever a byte is changed to, there is an error or a document that can be used.
