@@ -5,6 +5,7 @@
 #include "functions/table.h"
 
 #include <algorithm>
+#include <array>
 #include <bitset>
 
 namespace vorn {
@@ -13,6 +14,18 @@ namespace {
 
 // Stands for the empty text, which has no number.
 constexpr std::uint32_t NoText = UINT32_MAX;
+
+// Most instructions of a formula are sound whatever their operand is.
+constexpr std::array<bool, 256> findHarmless()
+{
+    std::array<bool, 256> table{};
+    std::fill_n(table.begin(), OpCodeCount, true);
+    for (const OpCode opcode : {OpCall, OpPushValue, OpPushText, OpCallName, OpJump, OpJumpIfFalse,
+                                OpStoreVariable, OpLoadVariable})
+        table[opcode] = false;
+    return table;
+}
+constexpr std::array<bool, 256> IsHarmless = findHarmless();
 
 class CodeCheck {
 public:
@@ -76,7 +89,7 @@ void CodeCheck::needName(std::uint32_t number)
     needs_.names = std::max(needs_.names, number + 1);
 }
 
-// Notes what the instruction needs, and refuses those that no formula has.
+// Notes what an instruction needs that is not harmless, and refuses those that no formula has.
 bool CodeCheck::isSoundOperand(const std::uint8_t* instruction)
 {
     const std::uint8_t* operand = instruction + 1;
@@ -96,11 +109,8 @@ bool CodeCheck::isSoundOperand(const std::uint8_t* instruction)
     case OpJumpIfFalse:
         jumps_ = true;
         return true;
-    case OpStoreVariable:
-    case OpLoadVariable:
-        return false;
     default:
-        return *instruction < OpCodeCount;
+        return false;
     }
 }
 
@@ -112,8 +122,8 @@ bool CodeCheck::isSound()
         const std::uint8_t opcode = code_[at];
         if (opcode == OpReturn)
             return at + 1 == length_ && (!jumps_ || jumpsAreSound());
-        const auto size = static_cast<std::uint32_t>(1 + operandSize(opcode));
-        if (size >= length_ - at || !isSoundOperand(code_ + at))
+        const std::uint32_t size = 1U + OperandSizeTable.sizes[opcode];
+        if (size >= length_ - at || (!IsHarmless[opcode] && !isSoundOperand(code_ + at)))
             return false;
         at += size;
     }
