@@ -15,8 +15,9 @@ void saveNative(TransferContext& context);
 
 // Reads a whole workbook from context.stream into a new one without sheets (NewDocument(0, ...)).
 // Any bytes may be there: what is damaged ends in ErrorFileRead, where nothing more exact is known,
-// with memory in use that is a small multiple of the stream's length. `length` is the count of
-// bytes that the stream holds.
+// and takes no more memory than a sound file of that length could. `length` is the count of bytes
+// that the stream holds. The warning of a file from a newer program is shown in the midst of it,
+// when the document has no sheet yet.
 void loadNative(TransferContext& context, std::uint32_t length);
 
 } // namespace vorn

@@ -9,14 +9,13 @@
 
 #include "core/chain.h"
 #include "core/heap.h"
-#include "core/memory.h"
 #include "core/pool.h"
 #include "core/workbook.h"
 #include "files/nativerecords.h"
 #include "files/nativesheetreader.h"
 #include "files/nativetablereader.h"
 #include "files/recordcursor.h"
-#include "files/stream.h"
+#include "files/recordsource.h"
 #include "files/streamnumbers.h"
 #include "formula/bytecode.h"
 #include "formula/checkcode.h"
@@ -36,60 +35,6 @@ constexpr std::uint32_t CodeCountBytes = 4;
 
 // A formula knows its sheet by 16 bits.
 constexpr int SheetsMax = UINT16_MAX;
-
-// The whole stream in one block of memory, and the place of the next record in it.
-class RecordSource {
-public:
-    RecordSource(Stream& stream, std::uint32_t length);
-    ~RecordSource() { blockResizer(block_, 0); }
-    RecordSource(const RecordSource&) = delete;
-    RecordSource& operator=(const RecordSource&) = delete;
-
-    // Bytes that the stream really had, and those that are still to come.
-    std::uint32_t length() const { return length_; }
-    std::uint32_t remaining() const { return length_ - place_; }
-
-    // The type and the fields of the next record; false, with ErrorFileRead, when the stream ends
-    // before it does.
-    bool next(std::uint16_t& type, RecordCursor& fields);
-
-private:
-    static constexpr std::uint32_t HeadBytes = 4;
-
-    std::uint8_t* block_;
-    std::uint32_t length_ = 0;
-    std::uint32_t place_ = 0;
-};
-
-RecordSource::RecordSource(Stream& stream, std::uint32_t length)
-    : block_(static_cast<std::uint8_t*>(blockResizer(nullptr, std::max(length, 1U))))
-{
-    if (block_ == nullptr)
-        raiseError(ErrorMemory);
-    else
-        length_ = stream.Read(block_, length);
-}
-
-bool RecordSource::next(std::uint16_t& type, RecordCursor& fields)
-{
-    if (length_ - place_ < HeadBytes) {
-        raiseError(ErrorFileRead);
-        return false;
-    }
-    const std::uint8_t* head = block_ + place_;
-    type = get16(head);
-    const std::uint32_t size = get16(head + 2);
-    place_ += HeadBytes;
-    if (length_ - place_ < size) {
-        // What is no file of ours at all is told as that, however long its first record seems.
-        if (place_ != HeadBytes || type == RecordHeader)
-            raiseError(ErrorFileRead);
-        return false;
-    }
-    fields = RecordCursor(head + HeadBytes, size);
-    place_ += size;
-    return true;
-}
 
 class NativeReader {
 public:
