@@ -40,14 +40,14 @@ std::u16string shown(double number, int format)
     return workbook->currentSheet->cellText(0, 0);
 }
 
-class NumberFormats : public testing::Test {
+class NewFormats : public testing::Test {
 protected:
     TestDocument document;
 };
 
 // --- The lists
 
-TEST_F(NumberFormats, areListedWithSamples)
+TEST_F(NewFormats, areListedWithSamples)
 {
     EXPECT_EQ(textsOf(formatChoices(FormatList::Number)),
               (Texts{u"General", u"1000/-1000", u"1000.00/-1000.00", u"$1,000/($1,000)",
@@ -57,7 +57,7 @@ TEST_F(NumberFormats, areListedWithSamples)
                      u"3:45:10 PM", u"15:45:10", u"5/23/99 15:45"}));
 }
 
-TEST_F(NumberFormats, areListedByTheirIndices)
+TEST_F(NewFormats, areListedByTheirIndices)
 {
     const std::vector<FormatChoice> numbers = formatChoices(FormatList::Number);
     EXPECT_EQ(numbers.front().format, 0);
@@ -65,7 +65,7 @@ TEST_F(NumberFormats, areListedByTheirIndices)
     EXPECT_EQ(formatChoices(FormatList::DateTime).front().format, 6);
 }
 
-TEST_F(NumberFormats, ofTheUserStandBeforeText)
+TEST_F(NewFormats, ofTheUserStandBeforeText)
 {
     EXPECT_EQ(addUserFormat(1, true), 16);
     const std::vector<FormatChoice> numbers = formatChoices(FormatList::Number);
@@ -75,7 +75,7 @@ TEST_F(NumberFormats, ofTheUserStandBeforeText)
     EXPECT_EQ(numbers[7].text, u"Text");
 }
 
-TEST_F(NumberFormats, haveAListEach)
+TEST_F(NewFormats, haveAListEach)
 {
     for (int format = 0; format <= 15; ++format)
         EXPECT_EQ(formatListOf(format) == FormatList::DateTime, format >= 6 && format <= 14)
@@ -84,7 +84,7 @@ TEST_F(NumberFormats, haveAListEach)
     EXPECT_EQ(formatListOf(99), FormatList::Number);
 }
 
-TEST_F(NumberFormats, canBeDeletedIfAUserMadeThem)
+TEST_F(NewFormats, canBeDeletedIfAUserMadeThem)
 {
     const int first = addUserFormat(1);
     const int second = addUserFormat(3);
@@ -103,7 +103,7 @@ TEST_F(NumberFormats, canBeDeletedIfAUserMadeThem)
 
 // --- Number formats
 
-TEST_F(NumberFormats, takeTheirAffixesFromTheLocale)
+TEST_F(NewFormats, takeTheirAffixesFromTheLocale)
 {
     const struct {
         const char* phrase;
@@ -147,7 +147,7 @@ TEST_F(NumberFormats, takeTheirAffixesFromTheLocale)
     }
 }
 
-TEST_F(NumberFormats, beginWithTheSettingsOfAnother)
+TEST_F(NewFormats, beginWithTheSettingsOfAnother)
 {
     const struct {
         const char* phrase;
@@ -175,7 +175,7 @@ TEST_F(NumberFormats, beginWithTheSettingsOfAnother)
     }
 }
 
-TEST_F(NumberFormats, areAddedToTheTable)
+TEST_F(NewFormats, areAddedToTheTable)
 {
     NumberFormatDraft draft;
     draft.positivePrefix = u"+";
@@ -190,14 +190,14 @@ TEST_F(NumberFormats, areAddedToTheTable)
     EXPECT_EQ(shown(-1234.5, format), u"minus 1,234.500!");
 }
 
-TEST_F(NumberFormats, multiplyIfAnyAffixHasAPercentSign)
+TEST_F(NewFormats, multiplyIfAnyAffixHasAPercentSign)
 {
     NumberFormatDraft draft;
     draft.negativeSuffix = u"%";
     EXPECT_EQ(shown(0.5, addNumberFormat(draft)), u"50");
 }
 
-TEST_F(NumberFormats, areUsedAgainIfTheyAreEqual)
+TEST_F(NewFormats, areUsedAgainIfTheyAreEqual)
 {
     for (int format : {1, 2, 3, 4, 5})
         EXPECT_EQ(addNumberFormat(numberFormatDraft(format)), format) << format;
@@ -207,7 +207,7 @@ TEST_F(NumberFormats, areUsedAgainIfTheyAreEqual)
     EXPECT_EQ(addUserFormat(8), 17);
 }
 
-TEST_F(NumberFormats, leaveNothingBehindWhereMemoryIsShort)
+TEST_F(NewFormats, leaveNothingBehindWhereMemoryIsShort)
 {
     for (int refused = 1;; ++refused) {
         AllocationWatch watch(refused);
@@ -227,13 +227,13 @@ TEST_F(NumberFormats, leaveNothingBehindWhereMemoryIsShort)
 
 // --- Dates and times
 
-TEST_F(NumberFormats, showThePartsOfDates)
+TEST_F(NewFormats, showThePartsOfDates)
 {
     EXPECT_EQ(datePartSamples(), (Texts{u"", u"23", u"5", u"May", u"99", u"1999"}));
     EXPECT_EQ(timeFormSamples(), (Texts{u"3:45 PM", u"15:45", u"3:45:10 PM", u"15:45:10"}));
 }
 
-TEST_F(NumberFormats, offerSeparatorsOfDates)
+TEST_F(NewFormats, offerSeparatorsOfDates)
 {
     const struct {
         char16_t ofLocale;
@@ -284,7 +284,7 @@ int formatWithPattern(std::u16string_view date, std::u16string_view time = u"")
     return format;
 }
 
-TEST_F(NumberFormats, takeThePatternsOfDatesApart)
+TEST_F(NewFormats, takeThePatternsOfDatesApart)
 {
     const struct {
         std::u16string_view pattern;
@@ -310,7 +310,7 @@ TEST_F(NumberFormats, takeThePatternsOfDatesApart)
     }
 }
 
-TEST_F(NumberFormats, findTheFormOfATime)
+TEST_F(NewFormats, findTheFormOfATime)
 {
     for (int form = 0; form < 4; ++form) {
         const DateFormatDraft draft = dateFormatDraft(10 + form);
@@ -323,7 +323,7 @@ TEST_F(NumberFormats, findTheFormOfATime)
     EXPECT_EQ(both.timeForm, 1);
 }
 
-TEST_F(NumberFormats, beginWithTheShortDate)
+TEST_F(NewFormats, beginWithTheShortDate)
 {
     for (int format : {NoFormat, 0, 15}) {
         const DateFormatDraft draft = dateFormatDraft(format);
@@ -331,7 +331,7 @@ TEST_F(NumberFormats, beginWithTheShortDate)
     }
 }
 
-TEST_F(NumberFormats, refuseADateWithTwoPartsOfAKind)
+TEST_F(NewFormats, refuseADateWithTwoPartsOfAKind)
 {
     const struct {
         const char* phrase;
@@ -353,7 +353,7 @@ TEST_F(NumberFormats, refuseADateWithTwoPartsOfAKind)
     }
 }
 
-TEST_F(NumberFormats, ofDatesAreAddedOrUsedAgain)
+TEST_F(NewFormats, ofDatesAreAddedOrUsedAgain)
 {
     DateFormatDraft time;
     time.hasTime = true;
