@@ -58,9 +58,9 @@ void emitRows(ByteCodeWriter& program, const Sheet& sheet, const RangeRef& range
 {
     for (int row = sheet.nextRow(range.firstRow - 1); row <= range.lastRow;
          row = sheet.nextRow(row)) {
-        const Row& object = *sheet.rowAt(row);
-        emitAction(program, ActionSetRowAttributes,
-                   {row, object.height, object.flags, object.style});
+        if (const Row* object = sheet.rowAt(row))
+            emitAction(program, ActionSetRowAttributes,
+                       {row, object->height, object->flags, object->style});
     }
 }
 
