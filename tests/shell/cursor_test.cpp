@@ -173,6 +173,9 @@ TEST_F(CursorTest, keepsWholeRowsAndColumnsWhole)
     EXPECT_EQ(after(KeyRight, Shift), "A2:IV3 active B2");
     EXPECT_EQ(after(KeyUp, Shift), "A2:IV2 active B2");
     EXPECT_EQ(session.sheet().leftColumn, 0) << "the view does not run to the far end of the row";
+    session.select(u"A2", u"IV3"); // the corner is at the far end
+    EXPECT_EQ(after(KeyDown, Shift), "A2:IV4 active A2");
+    EXPECT_EQ(session.sheet().leftColumn, 0);
     session.select(u"C1", u"C16384");
     EXPECT_EQ(after(KeyRight, Shift), "C1:D16384 active C1");
     EXPECT_EQ(after(KeyDown, Shift), "C1:D16384 active C1");
@@ -295,9 +298,9 @@ TEST_F(CursorTest, turnsPagesOfAnyWindow)
 
 TEST_F(CursorTest, landsOnNoHiddenRow)
 {
-    hideRows(16, 17);
-    session.select(u"A2");
-    EXPECT_EQ(after(KeyPageDown), "A19");
+    hideRows(19, 20); // below the view
+    session.select(u"A5");
+    EXPECT_EQ(after(KeyPageDown), "A22");
 }
 
 TEST_F(CursorTest, leavesOtherKeysAlone)

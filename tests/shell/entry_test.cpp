@@ -335,6 +335,22 @@ TEST_F(EntryTest, leavesALongTextAloneThatNobodyChanged)
     EXPECT_EQ(session.input(u"A1").size(), 1030U);
 }
 
+TEST_F(EntryTest, writesOverAFormulaThatIsTooLongToPrint)
+{
+    std::u16string formula = u"=1";
+    for (int i = 0; i < 500; ++i)
+        formula += u"+1";
+    session.put(u"A1", formula);
+    ASSERT_EQ(session.boxes(), Texts());
+    refreshEditor();
+    session.key(KeyF2);
+    EXPECT_EQ(session.editor(), "editing |");
+    session.type(u"=1+1");
+    session.key(KeyEnter);
+    EXPECT_EQ(session.boxes(), Texts()) << "looking at it is no error";
+    EXPECT_EQ(session.input(u"A1"), "=1+1");
+}
+
 TEST_F(EntryTest, storesTextLiterallyInACellOfText)
 {
     CellStyle style = workbook->styles[0];

@@ -166,6 +166,9 @@ TEST_F(PointModeTest, commitsWhereATapCannotPoint)
     EXPECT_EQ(session.selected(), "C3");
     EXPECT_EQ(session.input(u"A1"), "=1+2");
     EXPECT_TRUE(yieldToGrid()) << "nothing is in the way";
+    session.type(u"5");
+    EXPECT_TRUE(yieldToGrid());
+    EXPECT_EQ(session.selected(), "C3") << "the commit itself does not move";
 }
 
 TEST_F(PointModeTest, ignoresTheTapWhereTheTextCannotBeCommitted)
@@ -216,8 +219,10 @@ TEST_F(PointModeTest, bringsTheViewBack)
     session.select(u"C5");
     session.type(u"=");
     session.key(KeyDown, Ctrl);
-    EXPECT_EQ(session.pointed(), "C16384");
+    session.key(KeyRight, Ctrl);
+    EXPECT_EQ(session.pointed(), "IV16384");
     EXPECT_GT(session.sheet().topRow, 16000);
+    EXPECT_GT(session.sheet().leftColumn, 200);
     session.app.dirtyMarks = 0;
     session.type(u"+");
     EXPECT_EQ(session.sheet().topRow, 2);
@@ -305,6 +310,34 @@ TEST_F(PointModeTest, isOverWhenTheTextHasAnother)
     EXPECT_EQ(session.editor(), "editing =A2|");
     session.key(KeyDown);
     EXPECT_EQ(session.editor(), "ready");
+}
+
+TEST_F(PointModeTest, beginsAnewAnywhereInTheText)
+{
+    beginEdit(u"=1+");
+    bar().line.setCaret(-1);
+    session.key(KeyDown);
+    tapEditor();
+    bar().line.setCaret(1);
+    EXPECT_TRUE(enterPointMode());
+    refreshEditor();
+    EXPECT_EQ(session.editor(), "pointing =A1|1+A2") << "nothing of the text is written over";
+}
+
+TEST_F(PointModeTest, asksOfNoLockWhileItLasts)
+{
+    workbook->sheetAt(1)->protectedSheet = true;
+    for (const bool byKey : {true, false}) {
+        session.type(u"=");
+        showSheet(1);
+        if (byKey)
+            editorKey(KeyHome, {});
+        else
+            tapEditor();
+        EXPECT_EQ(session.boxes(), std::vector<std::string>());
+        EXPECT_EQ(session.editor(), byKey ? "editing |='Sheet2'!A1" : "editing ='Sheet2'!A1|");
+        cancelEdit();
+    }
 }
 
 TEST_F(PointModeTest, writesNoMoreThanTheControlHolds)
