@@ -25,9 +25,6 @@ FormatRequest readFormatRequest();
 // Applies what the dialog changed from `before` to `after`. No change makes no step.
 void applyFormatRequest(const FormatRequest& before, const FormatRequest& after);
 
-// The fields in which the two differ, as a format. What became FormatMixed is left alone.
-FormatTemplate formatOfRequest(const FormatRequest& before, const FormatRequest& after);
-
 // Writes code that pushes the 44 operands of ActionFormat: the eight words of the style, the flags
 // of its mask and one more word, the ten fields of the font from `reserved` to `nameLength`, and
 // the flags of its mask.

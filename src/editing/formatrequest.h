@@ -1,5 +1,8 @@
-// What the Format Cells dialog works on: one field for each of its controls.
+// What the Format Cells dialog works on: one field for each of its controls. It is made of what a
+// selection has in common, and what the user changed of it makes the format to apply.
 #pragma once
+
+#include "core/formatmask.h"
 
 #include <cstdint>
 #include <string>
@@ -51,5 +54,12 @@ int entryOfColour(int colour);
 // The same, where automatic text is black and an automatic background is white.
 int entryOfTextColour(int colour);
 int entryOfBackColour(int colour);
+
+// The request that shows a common format: a field is FormatMixed where cells differ, and where the
+// dialog has no name for what they share.
+FormatRequest requestOfFormat(const FormatTemplate& common);
+
+// The fields in which the two differ, as a format. What became FormatMixed is left alone.
+FormatTemplate formatOfRequest(const FormatRequest& before, const FormatRequest& after);
 
 } // namespace vorn
