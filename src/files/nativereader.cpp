@@ -33,8 +33,9 @@ namespace {
 // The count of bytes before byte code, in files as in memory.
 constexpr std::uint32_t CodeCountBytes = 4;
 
-// A formula knows its sheet by 16 bits.
+// A formula knows its sheet by 16 bits, and so it knows names.
 constexpr int SheetsMax = UINT16_MAX;
+constexpr int NamesMax = UINT16_MAX + 1;
 
 class NativeReader {
 public:
@@ -277,6 +278,10 @@ std::uint8_t* NativeReader::copyDefinition(RecordCursor fields)
 // Names are not compared with those that are there: formulas count them in the order of the file.
 void NativeReader::readName(RecordCursor fields)
 {
+    if (workbook->names.size() == NamesMax) {
+        raiseError(ErrorMemory);
+        return;
+    }
     DefinedName name;
     name.name = duplicateString(fields.takeCountedText().text());
     name.block = copyDefinition(fields);

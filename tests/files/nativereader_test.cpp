@@ -263,6 +263,15 @@ TEST_F(NativeReader, takesManyNamesInNoTime)
     EXPECT_EQ(stringPool->refCount(0), 120000);
 }
 
+TEST_F(NativeReader, takesAsManyNamesAsFormulasCanCall)
+{
+    NativeFile file = emptySheet();
+    for (int name = 0; name < 65536; ++name)
+        file.add(RecordName);
+    EXPECT_EQ(loadBytes(file.ended()), ErrorNone);
+    EXPECT_EQ(loadBytes(file.add(RecordName).ended()), ErrorMemory);
+}
+
 // --- Volatile functions
 
 TEST_F(NativeReader, calculatesOnlyWhatChangesByItself)
