@@ -2,7 +2,6 @@
 
 #include "core/error.h"
 #include "core/memory.h"
-#include "files/nativerecords.h"
 #include "files/stream.h"
 
 #include <algorithm>
@@ -23,25 +22,16 @@ RecordSource::~RecordSource()
     blockResizer(block_, 0);
 }
 
-bool RecordSource::next(std::uint16_t& type, RecordCursor& fields)
+// What is left is no whole record.
+bool RecordSource::endEarly(std::uint16_t& type)
 {
-    if (length_ - place_ < RecordHeadBytes) {
+    const bool hasHead = remaining() >= RecordHeadBytes;
+    if (hasHead)
+        type = get16(block_ + place_);
+    const bool isForeign = hasHead && place_ == 0 && type != RecordHeader;
+    if (!isForeign)
         raiseError(ErrorFileRead);
-        return false;
-    }
-    const std::uint8_t* head = block_ + place_;
-    type = get16(head);
-    const std::uint32_t size = get16(head + 2);
-    place_ += RecordHeadBytes;
-    if (length_ - place_ < size) {
-        const bool isFirst = place_ == RecordHeadBytes;
-        if (!isFirst || type == RecordHeader)
-            raiseError(ErrorFileRead);
-        return false;
-    }
-    fields = RecordCursor(head + RecordHeadBytes, size);
-    place_ += size;
-    return true;
+    return false;
 }
 
 } // namespace vorn

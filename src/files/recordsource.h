@@ -5,6 +5,7 @@
 // Errors: ErrorFileRead where the stream ends too early, ErrorMemory without the block.
 #pragma once
 
+#include "files/nativerecords.h"
 #include "files/recordcursor.h"
 
 #include <cstdint>
@@ -27,10 +28,23 @@ public:
 
     // The type and the fields of the next record; false if it is not whole. The type of the first
     // record is told as soon as it is known, and without an error if it is not that of a header:
-    // what is no file of ours is to be told as that, however long its first record seems.
-    bool next(std::uint16_t& type, RecordCursor& fields);
+    // what is no file of ours is to be told as that, however long its first record seems. It stands
+    // here because handing `fields` over to a caller elsewhere costs more than finding them.
+    bool next(std::uint16_t& type, RecordCursor& fields)
+    {
+        const std::uint8_t* head = block_ + place_;
+        if (remaining() < RecordHeadBytes || remaining() - RecordHeadBytes < get16(head + 2))
+            return endEarly(type);
+        type = get16(head);
+        const std::uint32_t size = get16(head + 2);
+        fields = RecordCursor(head + RecordHeadBytes, size);
+        place_ += RecordHeadBytes + size;
+        return true;
+    }
 
 private:
+    bool endEarly(std::uint16_t& type);
+
     std::uint8_t* block_;
     std::uint32_t length_ = 0;
     std::uint32_t place_ = 0;
