@@ -414,24 +414,23 @@ void endRun()
     machine.nameCallsLeft = NameCallsUnlimited;
 }
 
-// A result that stays a text keeps its place in the pool if it can, since files number texts by
-// their places: calculating once more must not make another file of a document. It takes over the
-// new text.
+// A text that a formula made keeps the place of the one before in the pool, where nobody else has
+// that: files number texts by their places, and calculating once more must not make another file of
+// a document. A text that was only passed on is shared with whoever has it. Takes over the new
+// text.
 void storeText(FormulaCell& cell, std::int32_t text)
 {
     const std::int32_t former = cell.result.textIndex();
-    if (std::u16string_view(stringPool->text(former)) == stringPool->text(text)) {
-        stringPool->release(text);
-        return;
-    }
-    if (former != -1 && stringPool->refCount(former) == 1 && text != -1 &&
-        stringPool->refCount(text) == 1) {
+    const bool isMade = text != -1 && stringPool->refCount(text) == 1;
+    if (isMade && former != -1 && stringPool->refCount(former) == 1) {
         stringPool->exchange(former, text);
         stringPool->release(text);
-        return;
+    } else if (isMade && std::u16string_view(stringPool->text(former)) == stringPool->text(text)) {
+        stringPool->release(text);
+    } else {
+        stringPool->release(former);
+        cell.result = CellValue::makeTextIndex(text);
     }
-    stringPool->release(former);
-    cell.result = CellValue::makeTextIndex(text);
 }
 
 void storeResult(FormulaCell& cell, const CellValue& result)

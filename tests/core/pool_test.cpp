@@ -341,6 +341,41 @@ TEST_F(PoolTest, recoversFromAClearThatWasRefusedItsFirstSlot)
     EXPECT_FALSE(errorStands());
 }
 
+TEST_F(PoolTest, exchangesTwoEntries)
+{
+    Pool pool;
+    const std::int32_t a = add(pool, "first");
+    const std::int32_t b = add(pool, "second, which is longer");
+    pool.exchange(a, b);
+    EXPECT_EQ(bytesOf(pool, a), "second, which is longer");
+    EXPECT_EQ(bytesOf(pool, b), "first");
+    pool.exchange(a, a);
+    EXPECT_EQ(bytesOf(pool, a), "second, which is longer");
+    pool.release(a);
+    EXPECT_FALSE(pool.isLive(a));
+    EXPECT_EQ(add(pool, "third"), a);
+    EXPECT_EQ(bytesOf(pool, b), "first");
+}
+
+TEST_F(PoolTest, usesTheHighestFreedIndexFirstOnceTheyAreSorted)
+{
+    Pool pool;
+    for (int entry = 0; entry < 6; ++entry)
+        add(pool, "entry");
+    for (const std::int32_t freed : {4, 1, 3})
+        pool.release(freed);
+    pool.sortFreed();
+    EXPECT_EQ(add(pool, "new"), 6) << "the one that no entry ever had is the highest";
+    EXPECT_EQ(add(pool, "new"), 4);
+    pool.release(5);
+    EXPECT_EQ(add(pool, "new"), 5) << "freed since, and used again first";
+    EXPECT_EQ(add(pool, "new"), 3);
+    EXPECT_EQ(add(pool, "new"), 1);
+    EXPECT_EQ(add(pool, "new"), 7);
+    pool.sortFreed();
+    EXPECT_EQ(add(pool, "new"), 8);
+}
+
 TEST_F(PoolTest, isTheSameAsAModelWhateverIsDone)
 {
     struct ModelEntry {
@@ -366,6 +401,9 @@ TEST_F(PoolTest, isTheSameAsAModelWhateverIsDone)
             } else if (choice == 19) {
                 ASSERT_EQ(pool.beginScan(), static_cast<std::int32_t>(model.size()));
                 pool.endScan();
+                std::sort(freeSlots.begin(), freeSlots.end());
+            } else if (choice == 18) {
+                pool.sortFreed();
                 std::sort(freeSlots.begin(), freeSlots.end());
             } else {
                 auto entry = model.begin();

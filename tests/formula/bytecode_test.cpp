@@ -1,11 +1,14 @@
 #include "formula/bytecode.h"
 
 #include "core/error.h"
+#include "core/formulacell.h"
 #include "core/heap.h"
 #include "core/memory.h"
 #include "core/pool.h"
 #include "functions/table.h"
 #include "support/codetext.h"
+#include "support/rawcells.h"
+#include "support/refusal.h"
 #include "support/testplatform.h"
 
 #include <gtest/gtest.h>
@@ -153,6 +156,77 @@ TEST(ByteCodeWriter, beginsAnewWhenCleared)
     std::uint8_t* block = writer.finish();
     EXPECT_EQ(codeText(blockCode(block)), "1a 00");
     heapFree(block);
+}
+
+TEST(ByteCodeWriter, givesBackTheValuesOfCodeThatIsDropped)
+{
+    const TestDocument document;
+    const CellValue formula = constantFormula(5, {}).value;
+    const std::int32_t code = formula.formula()->formula;
+    ByteCodeWriter writer;
+    writer.emit(OpPushValue, textValue(u"owned"));
+    writer.emit(OpPushValue, formula);
+    writer.emit(OpPushText, stringPool->addText(u"of a formula"));
+    writer.clear();
+    EXPECT_FALSE(stringPool->isLive(0));
+    EXPECT_FALSE(formulaPool->isLive(code));
+    EXPECT_TRUE(stringPool->isLive(1)) << "the texts of a formula that does not compile stay";
+    EXPECT_EQ(formulaTable.add()->handle, 1U) << "the record is free again";
+}
+
+TEST(ByteCodeWriter, givesBackAllThatItHoldsOnceMemoryWasShort)
+{
+    const TestDocument document;
+    for (const bool abandoned : {false, true}) {
+        ByteCodeWriter writer;
+        writer.emit(OpPushValue, textValue(u"before"));
+        writer.emit(OpPushText, stringPool->addText(u"before"));
+        if (abandoned) {
+            writer.abandon();
+        } else {
+            growthsUntilRefusal = 1;
+            blockResizer = refuseOneGrowth;
+            const std::string longRun(5000, '\x1a');
+            writer.append(longRun.data(), 5000);
+            blockResizer = resizeBlock;
+        }
+        EXPECT_EQ(errorState.code, ErrorMemory);
+        writer.emit(OpPushValue, textValue(u"behind"));
+        writer.emit(OpPushText, stringPool->addText(u"behind"));
+        writer.emit(OpPushValue, constantFormula(5, {}).value);
+        EXPECT_EQ(stringPool->beginScan(), 0);
+        stringPool->endScan();
+        EXPECT_EQ(formulaPool->beginScan(), 0);
+        formulaPool->endScan();
+        EXPECT_EQ(writer.finish(), nullptr);
+        clearError();
+    }
+}
+
+TEST(ByteCodeWriter, handsWhatItHoldsToTheBlock)
+{
+    const TestDocument document;
+    ByteCodeWriter writer;
+    writer.emit(OpPushValue, textValue(u"owned"));
+    writer.emit(OpPushValue, constantFormula(5, {}).value);
+    std::uint8_t* block = writer.finish();
+    writer.clear();
+    EXPECT_TRUE(stringPool->isLive(0));
+    EXPECT_TRUE(formulaPool->isLive(0));
+    releaseByteCodeReferences(blockCode(block));
+    EXPECT_FALSE(stringPool->isLive(0));
+    EXPECT_FALSE(formulaPool->isLive(0));
+    heapFree(block);
+}
+
+TEST(ByteCodeWriter, growsByHalfSoThatALongProgramCostsItsLength)
+{
+    const TestDocument document;
+    AllocationWatch watch;
+    ByteCodeWriter writer;
+    for (int i = 0; i < 1'000'000; ++i)
+        writer.emit(OpParen);
+    EXPECT_LT(watch.asked(), 30);
 }
 
 TEST(ByteCode, countsTheOwnersOfItsTexts)

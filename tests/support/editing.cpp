@@ -63,14 +63,19 @@ std::string narrow(std::u16string_view text)
     return {text.begin(), text.end()};
 }
 
-std::string describeRow(const Sheet& sheet, int row)
+std::string describeRow(const Sheet& sheet, int row, HeightRule rule)
 {
-    if (sheet.rowHeight(row) == sheet.defaultRowHeight && sheet.rowStyle(row) == 0 &&
-        !sheet.rowHidden(row) && !sheet.rowHasCustomHeight(row))
+    const bool custom = sheet.rowHasCustomHeight(row);
+    int height = sheet.rowHeight(row);
+    if (rule == IgnoreFittedHeights && !custom)
+        height = sheet.defaultRowHeight;
+    if (height == sheet.defaultRowHeight && sheet.rowStyle(row) == 0 && !sheet.rowHidden(row) &&
+        !custom)
         return {};
-    return "row " + std::to_string(row) + " height " + std::to_string(sheet.rowHeight(row)) +
-           (sheet.rowHasCustomHeight(row) ? " custom" : "") +
-           (sheet.rowHidden(row) ? " hidden" : "") + describeStyle(sheet.rowStyle(row)) + '\n';
+    return "row " + std::to_string(row) +
+           (rule == KeepFittedHeights || custom ? " height " + std::to_string(height) : "") +
+           (custom ? " custom" : "") + (sheet.rowHidden(row) ? " hidden" : "") +
+           describeStyle(sheet.rowStyle(row)) + '\n';
 }
 
 std::string describeColumn(const Sheet& sheet, int column)
@@ -136,18 +141,20 @@ std::u16string EditDocument::input(std::string_view place)
     return text;
 }
 
-std::string describeSheets()
+std::string describeSheets(HeightRule rule)
 {
     std::string text;
     for (const Sheet* sheet : workbook->sheets) {
-        text += "sheet " + narrow(sheet->name()) + " height " +
-                std::to_string(sheet->defaultRowHeight) + " flags " +
-                std::to_string(sheet->rowFlags) + " width " +
-                std::to_string(sheet->columns.defaultWidth()) + '\n';
+        const bool custom = (sheet->rowFlags & DefaultHeightCustomFlag) != 0;
+        text += "sheet " + narrow(sheet->name()) + (custom ? " custom" : "") + " width " +
+                std::to_string(sheet->columns.defaultWidth());
+        if (rule == KeepFittedHeights || custom)
+            text += " height " + std::to_string(sheet->defaultRowHeight);
+        text += '\n';
         for (int column = 0; column < sheet->columns.size(); ++column)
             text += describeColumn(*sheet, column);
-        for (int row = 0; row <= sheet->lastRow(); ++row)
-            text += describeRow(*sheet, row);
+        for (int row = sheet->nextRow(-1); row < RowCount; row = sheet->nextRow(row))
+            text += describeRow(*sheet, row, rule);
         text += describeCells(*sheet);
     }
     return text;

@@ -32,9 +32,13 @@ public:
     TestDocument document;
 };
 
+// Heights that nobody set by hand follow the fonts of the rows whenever an edit looks at them, and
+// so may be others behind an undo.
+enum HeightRule { KeepFittedHeights, IgnoreFittedHeights };
+
 // All that can be seen of the document, a line for each thing, for comparisons. Rows and cells
 // that look as if nobody had touched them are left out, and so is the selection.
-std::string describeSheets();
+std::string describeSheets(HeightRule rule = KeepFittedHeights);
 
 // Writes down what it is told: "lock", "mark", "unlock", "sheet", "cell".
 class RecordingView : public DocumentView {
