@@ -168,8 +168,10 @@ void callActionSetRow()
     const bool custom = popFlag();
     const int height = popInteger();
     const int row = popInteger();
+    // The row gets an object whatever it is to look like, so that the same comes of it whether it
+    // had one or not.
+    currentSheet().setRowHidden(row, hidden);
     currentSheet().setRowHeight(row, height, custom);
-    hideRow(currentSheet(), row, hidden);
 }
 
 void callActionSetDefaultRow()
@@ -179,6 +181,12 @@ void callActionSetDefaultRow()
     sheet.defaultRowHeight = popWord();
     sheet.rowFlags = static_cast<std::uint16_t>((sheet.rowFlags & ~DefaultHeightCustomFlag) |
                                                 (custom ? DefaultHeightCustomFlag : 0));
+    // A row whose edit was undone has its object still, and follows like one without.
+    for (int row = sheet.nextRow(-1); row < RowCount; row = sheet.nextRow(row)) {
+        const Row& object = *sheet.rowAt(row);
+        if (object.flags == 0 && object.style == 0 && sheet.lastPresentColumn(row) < 0)
+            sheet.setRowHeight(row, sheet.defaultRowHeight, false);
+    }
 }
 
 void callActionHideRow()

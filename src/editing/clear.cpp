@@ -5,29 +5,22 @@
 
 namespace vorn {
 
-namespace {
-
-// What follows both the clearing and the restoring: rows get other heights where fonts come or go,
-// and formulas other results where values do.
-void emitConsequences(ByteCodeWriter& program, ClearMode mode)
-{
-    if (mode != ClearContents)
-        emitAction(program, ActionAutoFitRows);
-    if (mode != ClearFormats)
-        emitAction(program, ActionRecalculate);
-}
-
-} // namespace
-
 void clearSelection(ClearMode mode)
 {
+    // Rows get other heights where fonts come or go, and formulas other results where values do.
+    const bool fitRows = mode != ClearContents;
+    const bool calculate = mode != ClearFormats;
     ByteCodeWriter backward;
-    emitSnapshot(backward);
-    emitConsequences(backward, mode);
+    emitSnapshot(backward, fitRows ? FitRows : LeaveRows);
     ByteCodeWriter forward;
     emitSelectRange(forward);
     emitAction(forward, ActionClear, {mode});
-    emitConsequences(forward, mode);
+    if (fitRows)
+        emitAction(forward, ActionAutoFitRows);
+    if (calculate) {
+        emitAction(backward, ActionRecalculate);
+        emitAction(forward, ActionRecalculate);
+    }
     std::uint8_t* program = forward.finish();
     addUndoStep(program, backward.finish(), u"Clear");
 }

@@ -73,15 +73,13 @@ void applyFormatRequest(const FormatRequest& before, const FormatRequest& after)
         return;
     const bool fontChanged = format.styleMask[MaskFont];
     ByteCodeWriter backward;
-    emitSnapshot(backward);
+    emitSnapshot(backward, fontChanged ? FitRows : LeaveRows);
     ByteCodeWriter forward;
     emitSelectRange(forward);
     emitFormatTemplate(forward, format);
     emitAction(forward, ActionFormat);
-    if (fontChanged) {
-        emitAction(backward, ActionAutoFitRows);
+    if (fontChanged)
         emitAction(forward, ActionAutoFitRows);
-    }
     addFormatStep(forward, backward, u"Format Cells");
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/error.h"
 #include "core/workbook.h"
+#include "editing/undo.h"
 #include "numfmt/locale.h"
 #include "numfmt/render.h"
 #include "numfmt/serial.h"
@@ -161,6 +162,7 @@ bool deleteFormat(int format)
 {
     if (!workbook->removeFormat(format))
         return false;
+    dropFormatFromSteps(format);
     workbook->modified = true;
     return true;
 }

@@ -81,19 +81,27 @@ void emitPresentCell(ByteCodeWriter& program, int column, int row)
     emitCellCopy(program, column, row, workbook->currentSheet->cellCopy(column, row));
 }
 
-void emitSnapshot(ByteCodeWriter& program)
+void emitSnapshot(ByteCodeWriter& program, RowFitting fitting)
 {
     const Sheet& sheet = *workbook->currentSheet;
     const RangeRef& range = sheet.selection.range;
     emitSelectRange(program);
     emitAction(program, ActionEmptyCells);
-    emitRows(program, sheet, range);
+    if (fitting == LeaveRows)
+        emitRows(program, sheet, range);
     if (range.isWholeColumns())
         emitColumns(program, sheet, range);
     CellIterator iterator;
     iterator.start(sheet, range);
     while (const Cell* cell = iterator.nextPresentCell())
         emitCellCopy(program, iterator.column(), iterator.row(), *cell);
+    if (fitting == LeaveRows)
+        return;
+    emitAction(program, ActionAutoFitRows);
+    if (range.isWholeColumns())
+        emitAction(program, ActionSetDefaultRow,
+                   {sheet.defaultRowHeight, sheet.rowFlags & DefaultHeightCustomFlag});
+    emitRows(program, sheet, range);
 }
 
 } // namespace vorn

@@ -151,6 +151,40 @@ void clearUndo()
 
 namespace {
 
+// What ActionFormat takes, and which of it is the number format.
+constexpr std::uint32_t FormatOperands = 44;
+constexpr std::uint32_t NumberFormatOperand = 1;
+
+void dropFormatFrom(std::uint8_t* program, int format)
+{
+    std::uint8_t* pushes[FormatOperands] = {};
+    std::uint32_t count = 0;
+    for (std::uint8_t* code = program + sizeof(std::uint32_t); *code != OpReturn;
+         code = nextInstruction(code)) {
+        if (*code == OpCall && readOperand<std::uint16_t>(code + 1) == ActionFormat) {
+            std::uint8_t* operand = pushes[(count + NumberFormatOperand) % FormatOperands] + 1;
+            const auto index = readOperand<std::uint16_t>(operand);
+            if (index == format)
+                writeOperand(operand, std::uint16_t{FormatIndexGeneral});
+            else if (index > format)
+                writeOperand(operand, static_cast<std::uint16_t>(index - 1));
+        }
+        pushes[count++ % FormatOperands] = code;
+    }
+}
+
+} // namespace
+
+void dropFormatFromSteps(int format)
+{
+    for (const UndoStep& step : undoList.steps) {
+        dropFormatFrom(step.forward, format);
+        dropFormatFrom(step.backward, format);
+    }
+}
+
+namespace {
+
 std::u16string_view labelOf(int index)
 {
     if (index < 0 || index >= undoList.steps.size() || undoList.steps[index].label == nullptr)

@@ -61,6 +61,10 @@ void redo();
 // Lets every step go.
 void clearUndo();
 
+// The workbook lost a number format (Workbook::removeFormat): the steps name formats by the same
+// indices as the styles, and follow.
+void dropFormatFromSteps(int format);
+
 // The label of the step that undo, or redo, would run; empty if there is none.
 std::u16string_view undoLabel();
 std::u16string_view redoLabel();
@@ -69,10 +73,14 @@ std::u16string_view redoLabel();
 // sheet's selection for null.
 void emitSelectRange(ByteCodeWriter& program, const RangeRef* range = nullptr);
 
+// Does an edit fit the heights of the rows that it changed?
+enum RowFitting { LeaveRows, FitRows };
+
 // Writes code that restores all that the selection of the current sheet holds: cells with their
 // styles, attributes of rows, and of columns if they are selected whole. It costs what is there,
-// not what is selected.
-void emitSnapshot(ByteCodeWriter& program);
+// not what is selected. If the edit fits rows, those that come into being with it are fitted once
+// more, and all others get back the height that they had.
+void emitSnapshot(ByteCodeWriter& program, RowFitting fitting = LeaveRows);
 
 // Writes code that stores a cell. The program takes over what `value` owns; a formula is not on the
 // chain.
