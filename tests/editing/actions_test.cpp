@@ -1,5 +1,6 @@
 #include "editing/actions.h"
 
+#include "core/autofit.h"
 #include "core/chain.h"
 #include "core/error.h"
 #include "core/heap.h"
@@ -7,6 +8,7 @@
 #include "core/pool.h"
 #include "core/workbook.h"
 #include "editing/clear.h"
+#include "editing/format.h"
 #include "editing/undo.h"
 #include "formula/machine.h"
 #include "support/cells.h"
@@ -447,20 +449,27 @@ TEST_F(Actions, setARow)
         run(ActionSetRow, {5, c.height, c.custom, c.hidden});
         EXPECT_EQ(row(5), c.row) << c.phrase;
     }
-    run(ActionSetRow, {6, 255, 0, 0});
-    EXPECT_EQ(row(6), "255 none") << "a row as it is by default is not made";
+    run(ActionSetRow, {6, 255, 1, 0});
+    EXPECT_EQ(row(6), "255 custom") << "by hand, even if it had no object";
     run(ActionSetRow, {7, 255, 0, 1});
     EXPECT_EQ(row(7), "255 hidden");
 }
 
 TEST_F(Actions, setTheDefaultHeight)
 {
-    sheet.ensureRow(1);
+    sheet.setCell(0, 1, numberCell(1));
+    sheet.setCell(0, 2, numberCell(1));
+    sheet.setCell(0, 2, Cell{});
+    sheet.setRowHidden(3, true);
+    sheet.setRowStyle(4, 1);
     run(ActionSetDefaultRow, {400, 1});
     EXPECT_EQ(sheet.defaultRowHeight, 400);
     EXPECT_EQ(sheet.rowFlags, DefaultHeightCustomFlag);
     EXPECT_EQ(row(0), "400 none");
-    EXPECT_EQ(row(1), "255");
+    EXPECT_EQ(row(1), "255") << "a cell stands there";
+    EXPECT_EQ(row(2), "400") << "nothing is to be seen of what was there";
+    EXPECT_EQ(row(3), "255 hidden");
+    EXPECT_EQ(row(4), "255") << "it has a style";
     run(ActionSetDefaultRow, {255, 0});
     EXPECT_EQ(sheet.defaultRowHeight, 255);
     EXPECT_EQ(sheet.rowFlags, 0);
@@ -527,6 +536,165 @@ TEST_F(Actions, setTheAttributesOfAColumn)
     EXPECT_EQ(column(200), "-1/0/0");
     run(ActionSetColumnAttributes, {255, -1, 0, 0});
     EXPECT_EQ(sheet.columns.size(), 201) << "nothing is to be seen there";
+}
+
+// --- How cells look
+
+TEST_F(Actions, changeTheFontOfTheSelection)
+{
+    const struct {
+        const char* phrase;
+        ActionRow action;
+        int on;
+        int weight, attributes, underline;
+    } cases[] = {
+        {"bold",              ActionBold,      1, 700, 0,          0},
+        {"italic as well",    ActionItalic,    1, 700, FontItalic, 0},
+        {"and underlined",    ActionUnderline, 1, 700, FontItalic, 1},
+        {"not bold any more", ActionBold,      0, 400, FontItalic, 1},
+        {"upright",           ActionItalic,    0, 400, 0,          1},
+        {"without a line",    ActionUnderline, 0, 400, 0,          0},
+    };
+    EditDocument::select("B2:C3");
+    for (const auto& c : cases) {
+        run(c.action, {c.on});
+        const FontRecord& font = workbook->fonts[workbook->styles[sheet.cellStyle(2, 2)].font()];
+        EXPECT_EQ(font.weight, c.weight) << c.phrase;
+        EXPECT_EQ(font.attributes, c.attributes) << c.phrase;
+        EXPECT_EQ(font.underline, c.underline) << c.phrase;
+        EXPECT_EQ(font.face(), u"Tahoma") << c.phrase;
+        EXPECT_EQ(sheet.cellStyle(3, 2), 0) << c.phrase;
+    }
+}
+
+TEST_F(Actions, alignOrTakeTheAlignmentBack)
+{
+    EditDocument::select("B2");
+    const auto alignment = [this] {
+        return workbook->styles[sheet.cellStyle(1, 1)].get(StyleHorizontal);
+    };
+    run(ActionAlign, {0, AlignRight});
+    EXPECT_EQ(alignment(), AlignRight);
+    run(ActionAlign, {0, AlignCenter});
+    EXPECT_EQ(alignment(), AlignCenter);
+    run(ActionAlign, {1, AlignCenter});
+    EXPECT_EQ(alignment(), AlignGeneral);
+}
+
+TEST_F(Actions, formatWithEachOfTheirOperands)
+{
+    FormatTemplate format;
+    format.styleMask.set().reset(MaskOutline);
+    format.fontMask.set();
+    format.style.set(StyleFormat, 5);
+    format.style.set(StyleLocked, 0);
+    format.style.set(StyleHidden, 1);
+    format.style.set(StyleTopLine, 1);
+    format.style.set(StyleLeftLine, 2);
+    format.style.set(StyleBottomLine, 3);
+    format.style.set(StyleRightLine, 4);
+    format.style.set(StyleTopColour, 10);
+    format.style.set(StyleLeftColour, 11);
+    format.style.set(StyleBottomColour, 12);
+    format.style.set(StyleRightColour, 13);
+    format.style.set(StyleFill, 14);
+    format.style.set(StylePattern, 1);
+    format.style.set(StyleHorizontal, AlignCenterSelection);
+    format.style.set(StyleVertical, AlignMiddle);
+    format.style.set(StyleWrap, 1);
+    format.font.setFace(u"Courier New");
+    format.font.family = 49;
+    format.font.charset = 238;
+    format.font.height = 480;
+    format.font.colour = 20;
+    format.font.weight = WeightBold;
+    format.font.attributes = FontItalic;
+    format.font.underline = 1;
+    EditDocument::select("B2");
+    ByteCodeWriter program;
+    emitFormatTemplate(program, format);
+    emitAction(program, ActionFormat);
+    run(program);
+    const CellStyle& style = workbook->styles[sheet.cellStyle(1, 1)];
+    for (int field = 0; field < StyleFieldCount; ++field) {
+        const auto each = static_cast<StyleField>(field);
+        if (each == StyleFont || each == StyleSecondFill)
+            continue;
+        EXPECT_EQ(style.get(each), format.style.get(each)) << field;
+    }
+    EXPECT_TRUE(workbook->fonts[style.font()].sameAs(format.font));
+    EXPECT_EQ(liveTexts(), 0) << "the face is no text of the document";
+}
+
+TEST_F(Actions, formatWhatTheirMasksName)
+{
+    CellStyle before = defaultStyle();
+    before.set(StyleWrap, 1);
+    before.set(StyleFont, 3);
+    sheet.setCell(1, 1, numberCell(1, workbook->addStyle(before)));
+    FormatTemplate format;
+    format.styleMask.set(MaskFormat);
+    format.style.set(StyleFormat, 4);
+    EditDocument::select("B2");
+    ByteCodeWriter program;
+    emitFormatTemplate(program, format);
+    emitAction(program, ActionFormat);
+    run(program);
+    before.set(StyleFormat, 4);
+    EXPECT_TRUE(workbook->styles[sheet.cellStyle(1, 1)].sameAs(before));
+}
+
+TEST_F(Actions, takeADeletedNumberFormatForGeneral)
+{
+    FormatTemplate format;
+    format.styleMask.set(MaskFormat);
+    format.style.set(StyleFormat, workbook->formats.size());
+    EditDocument::select("B2");
+    ByteCodeWriter program;
+    emitFormatTemplate(program, format);
+    emitAction(program, ActionFormat);
+    run(program);
+    EXPECT_EQ(workbook->styles[sheet.cellStyle(1, 1)].format(), FormatIndexGeneral);
+}
+
+// --- Fitting
+
+TEST_F(Actions, fitRowsAndColumns)
+{
+    FontRecord font = dialogFont();
+    font.height = 400;
+    CellStyle style = defaultStyle();
+    style.set(StyleFont, workbook->addFont(font));
+    const int large = workbook->addStyle(style);
+    for (int cellRow = 1; cellRow < 4; ++cellRow)
+        sheet.setCell(1, cellRow, numberCell(1, large));
+    sheet.setRowHeight(2, 300, true);
+    EditDocument::select("A2:A3");
+    run(ActionAutoFitRows);
+    EXPECT_EQ(row(1), "510");
+    EXPECT_EQ(row(2), "300 custom") << "set by hand";
+    EXPECT_EQ(row(3), "255") << "not selected";
+    run(ActionAutoFitRow, {2});
+    EXPECT_EQ(row(2), "510") << "this one is not by hand any more";
+    sheet.columns.setColumnHidden(1, 1, true);
+    run(ActionAutoFitColumn, {1});
+    EXPECT_EQ(sheet.columns.columnWidth(1), autofitColumn(sheet, 1));
+    EXPECT_NE(sheet.columns.columnWidth(1), DefaultColumnWidth);
+    EXPECT_FALSE(sheet.columns.columnHidden(1));
+    run(ActionAutoFitColumn, {7});
+    EXPECT_EQ(column(7), "-1/0/0") << "an empty column keeps its width";
+}
+
+TEST_F(Actions, fitTheDefaultHeightWithWholeColumns)
+{
+    FontRecord font = dialogFont();
+    font.height = 400;
+    CellStyle style = defaultStyle();
+    style.set(StyleFont, workbook->addFont(font));
+    sheet.columns.setColumnStyle(1, 1, workbook->addStyle(style));
+    EditDocument::select("B1:B16384");
+    run(ActionAutoFitRows);
+    EXPECT_EQ(sheet.defaultRowHeight, 510);
 }
 
 } // namespace

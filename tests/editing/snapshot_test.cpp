@@ -1,4 +1,5 @@
 // Snapshots, and the other code that tells what is there.
+#include "core/autofit.h"
 #include "core/chain.h"
 #include "core/error.h"
 #include "core/heap.h"
@@ -109,6 +110,37 @@ TEST_F(Snapshot, bringsBackWhatEveryKindOfSelectionHeld)
         EXPECT_EQ(describeSheets(), whole) << place;
         release();
         EXPECT_EQ(poolFaults(), "") << place;
+    }
+}
+
+// Of an edit that fits rows, the heights come back as well: those that fit by chance, and the
+// default one.
+TEST_F(Snapshot, bringsBackHeightsThatWereFitted)
+{
+    FontRecord font = dialogFont();
+    font.height = 400;
+    CellStyle style = defaultStyle();
+    style.set(StyleFont, workbook->addFont(font));
+    const int large = workbook->addStyle(style);
+    fill(sheet);
+    sheet.setRowHeight(2, 300, false); // as nothing in it wants it
+    sheet.defaultRowHeight = 280;
+    const std::string before = describeSheets();
+    for (const char* place : {"A1:D12", "A2:C14", "A1:IV3", "A4:IV30", "B1:C16384", "A1:IV16384"}) {
+        EditDocument::select(place);
+        ByteCodeWriter writer;
+        emitSnapshot(writer, FitRows);
+        code = writer.finish();
+        const RangeRef range = sheet.selection.range;
+        for (int row = range.firstRow; row <= std::min<int>(range.lastRow, 40); ++row)
+            sheet.setCell(range.firstColumn, row, numberCell(1, large));
+        if (range.isWholeColumns())
+            sheet.columns.setColumnStyle(range.firstColumn, range.lastColumn, large);
+        autofitRows(sheet, range);
+        EXPECT_NE(describeSheets(), before) << place;
+        runCode(code);
+        EXPECT_EQ(describeSheets(), before) << place;
+        release();
     }
 }
 

@@ -7,6 +7,8 @@
 #include "core/workbook.h"
 #include "editing/actions.h"
 #include "editing/entry.h"
+#include "editing/format.h"
+#include "editing/numberformats.h"
 #include "support/cells.h"
 #include "support/editing.h"
 #include "support/poolcount.h"
@@ -302,6 +304,41 @@ TEST_F(Undo, leavesAFailedStepInPlace)
     EXPECT_EQ(EditDocument::input("IV9001"), u"too much");
     EXPECT_EQ(EditDocument::input("B1"), u"2");
     EXPECT_EQ(poolFaults(), "");
+}
+
+// A number format is no part of the history, but its steps name formats by their places.
+TEST_F(Undo, followsADeletedNumberFormat)
+{
+    NumberFormatDraft draft;
+    int formats[3] = {};
+    for (int& format : formats) {
+        draft.decimals += 2;
+        draft.positivePrefix = u"x";
+        format = addNumberFormat(draft);
+    }
+    for (int cell = 0; cell < 4; ++cell) {
+        const auto column = static_cast<std::uint16_t>(cell);
+        workbook->currentSheet->selection.select({0, column}, {0, column});
+        const FormatRequest before = readFormatRequest();
+        FormatRequest after = before;
+        after.numberFormat = cell < 3 ? formats[cell] : 2;
+        after.wrapText = 1;
+        applyFormatRequest(before, after);
+    }
+    EXPECT_TRUE(deleteFormat(formats[1]));
+    const auto formatOf = [](int column) {
+        return workbook->styles[workbook->currentSheet->cellStyle(column, 0)].format();
+    };
+    for (const bool again : {false, true}) {
+        EXPECT_EQ(formatOf(0), formats[0]) << again;
+        EXPECT_EQ(formatOf(1), FormatIndexGeneral) << again;
+        EXPECT_EQ(formatOf(2), formats[1]) << "what was behind it moved down; " << again;
+        EXPECT_EQ(formatOf(3), 2) << again;
+        while (undoList.position > 0)
+            undo();
+        while (undoList.position < undoList.steps.size())
+            redo();
+    }
 }
 
 // --- Edits that move references

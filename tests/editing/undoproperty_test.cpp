@@ -1,11 +1,16 @@
 // Random edits, undone and done again. A command that changes the document by any other road than
 // its step, or whose way back forgets something, is found here.
 //
-// VORN_UNDO_STEPS sets how many edits are made, VORN_UNDO_SEED where the dice begin.
+// The zoom is left alone: a column that is fitted again is fitted at the zoom of that moment.
+//
+// VORN_UNDO_STEPS sets how many edits are made, VORN_UNDO_SEED where the dice begin. A failure
+// tells its seed; with that, 200 edits are enough to have it again.
+#include "core/chain.h"
 #include "core/error.h"
 #include "core/workbook.h"
-#include "editing/entry.h"
+#include "editing/find.h"
 #include "editing/format.h"
+#include "editing/numberformats.h"
 #include "editing/rowcolumn.h"
 #include "editing/undo.h"
 #include "shell/application.h"
@@ -13,6 +18,7 @@
 #include "support/dice.h"
 #include "support/editing.h"
 #include "support/filedrecords.h"
+#include "support/filedtexts.h"
 #include "support/poolcount.h"
 
 #include <cstdlib>
@@ -160,22 +166,22 @@ void formatCells(Dice& dice)
         int FormatRequest::*field;
         int values;
     } fields[] = {
-        {&FormatRequest::numberFormat, 17},
-        {&FormatRequest::horizontal,   5 },
-        {&FormatRequest::vertical,     3 },
-        {&FormatRequest::wrapText,     2 },
-        {&FormatRequest::textColour,   16},
-        {&FormatRequest::backColour,   16},
-        {&FormatRequest::bold,         2 },
-        {&FormatRequest::italic,       2 },
-        {&FormatRequest::underline,    2 },
-        {&FormatRequest::borderLeft,   2 },
-        {&FormatRequest::borderRight,  2 },
-        {&FormatRequest::borderTop,    2 },
-        {&FormatRequest::borderBottom, 2 },
-        {&FormatRequest::outline,      2 },
-        {&FormatRequest::locked,       2 },
-        {&FormatRequest::hidden,       2 },
+        {&FormatRequest::numberFormat, workbook->formats.size()},
+        {&FormatRequest::horizontal,   5                       },
+        {&FormatRequest::vertical,     3                       },
+        {&FormatRequest::wrapText,     2                       },
+        {&FormatRequest::textColour,   16                      },
+        {&FormatRequest::backColour,   16                      },
+        {&FormatRequest::bold,         2                       },
+        {&FormatRequest::italic,       2                       },
+        {&FormatRequest::underline,    2                       },
+        {&FormatRequest::borderLeft,   2                       },
+        {&FormatRequest::borderRight,  2                       },
+        {&FormatRequest::borderTop,    2                       },
+        {&FormatRequest::borderBottom, 2                       },
+        {&FormatRequest::outline,      2                       },
+        {&FormatRequest::locked,       2                       },
+        {&FormatRequest::hidden,       2                       },
     };
     for (int changes = 1 + dice.below(3); changes > 0; --changes) {
         const auto& field = fields[dice.below(std::size(fields))];
@@ -223,6 +229,36 @@ void fitOneRow(Dice& dice)
 void fitOneColumn(Dice& dice)
 {
     fitColumns(anyColumn(dice), SizeOne);
+}
+
+// Letters in words, so that the formula in a cell stays the same formula.
+void replaceText(Dice& dice)
+{
+    findSettings = FindSettings{};
+    findSettings.findText = dice.oneIn(2) ? u"o" : u"x";
+    findSettings.replaceText = dice.oneIn(2) ? u"" : u"oox";
+    findSettings.inValues = false;
+    findSettings.replaceAction = dice.oneIn(2) ? ActionReplace : ActionReplaceAll;
+    setSearchRange();
+    if (findNext(FindInActiveCell))
+        replaceInCell();
+}
+
+// --- What changes the document without a step
+
+void makeNumberFormat(Dice& dice)
+{
+    NumberFormatDraft draft;
+    draft.decimals = dice.below(10);
+    draft.positivePrefix = u"+";
+    addNumberFormat(draft);
+}
+
+void deleteNumberFormat(Dice& dice)
+{
+    if (workbook->formats.size() > LastBuiltInFormat + 1)
+        deleteFormat(LastBuiltInFormat + 1 +
+                     dice.below(workbook->formats.size() - LastBuiltInFormat - 1));
 }
 
 // Most commands rest under protection, so it does not last.
@@ -277,10 +313,12 @@ constexpr struct {
     {"fit columns",      2,  Edits, run<CommandAutofitColumns> },
     {"hide a column",    1,  Edits, hideOneColumn              },
     {"fit a column",     1,  Edits, fitOneColumn               },
+    {"replace",          4,  Edits, replaceText                },
     {"protect a sheet",  1,  Free,  run<CommandProtectSheet>   },
     {"protect the book", 1,  Free,  run<CommandProtectWorkbook>},
     {"unprotect",        12, Free,  unprotect                  },
-    {"zoom",             1,  Free,  run<CommandZoom80>         },
+    {"make a format",    2,  Free,  makeNumberFormat           },
+    {"delete a format",  1,  Free,  deleteNumberFormat         },
     {"freeze",           1,  Free,  run<CommandFreezeTitles>   },
 };
 
@@ -296,21 +334,45 @@ int anyOperation(Dice& dice)
     return operation;
 }
 
-// The file of the document with nothing selected, since what is selected is no part of a step.
+// Where a sheet is looked at.
+struct View {
+    Selection selection;
+    int leftColumn = 0;
+    int topRow = 0;
+};
+
+View exchangeView(Sheet& each, const View& view)
+{
+    const View former{each.selection, each.leftColumn, each.topRow};
+    each.selection = view.selection;
+    each.leftColumn = view.leftColumn;
+    each.topRow = view.topRow;
+    return former;
+}
+
+// The file of the document with nothing selected: a step shows what it changes, but what was
+// selected in between is no part of it.
 std::string fileBytes()
 {
     Sheet* current = workbook->currentSheet;
-    std::vector<Selection> selections;
-    for (Sheet* each : workbook->sheets) {
-        selections.push_back(each->selection);
-        each->selection = Selection{};
-    }
+    std::vector<View> views;
+    for (Sheet* each : workbook->sheets)
+        views.push_back(exchangeView(*each, {}));
     workbook->setCurrentSheet(workbook->sheetAt(0));
     std::string bytes = savedBytes();
     workbook->setCurrentSheet(current);
     for (Sheet* each : workbook->sheets)
-        each->selection = selections[static_cast<std::size_t>(each->index)];
+        exchangeView(*each, views[static_cast<std::size_t>(each->index)]);
     return bytes;
+}
+
+// Does a formula give a text?
+bool anyTextResult()
+{
+    for (const FormulaCell* cell = calcChain.first(); cell != nullptr; cell = calcChain.next(cell))
+        if (cell->result.tag == TagText)
+            return true;
+    return false;
 }
 
 // The first records in which two files differ, by type and bytes.
@@ -357,27 +419,46 @@ protected:
     {
         const auto& operation = Operations[anyOperation(dice)];
         note(operation.name);
-        const std::string before =
-            operation.kind == Moves ? "" : describeSheets(IgnoreFittedHeights);
+        const std::string before = describeSheets();
         workbook->modified = false;
         operation.run(dice);
         EXPECT_FALSE(errorStands());
-        if (operation.kind == Moves) {
-            EXPECT_FALSE(workbook->modified);
-        } else if (operation.kind == Free) {
-            if (undoList.steps.size() == 0)
-                steps.clear();
-        } else if (workbook->modified) {
-            steps.resize(
-                static_cast<std::size_t>(std::min<int>(static_cast<int>(steps.size()), position)));
-            steps.push_back({operation.name, before, describeSheets(IgnoreFittedHeights)});
-            if (steps.size() > UndoStepMax)
-                steps.pop_front();
-        } else {
-            EXPECT_EQ(describeSheets(IgnoreFittedHeights), before) << "changed without a step";
-        }
+        if (operation.kind == Edits)
+            noteEdit(operation.name, before);
+        else
+            noteChange(before);
         position = undoList.position;
         ASSERT_EQ(undoList.steps.size(), static_cast<int>(steps.size()));
+    }
+
+    void noteEdit(const char* name, const std::string& before)
+    {
+        if (!workbook->modified) {
+            EXPECT_EQ(describeSheets(), before) << "changed without a step";
+            return;
+        }
+        steps.resize(std::min<std::size_t>(steps.size(), static_cast<std::size_t>(position)));
+        steps.push_back({name, before, describeSheets()});
+        if (steps.size() > UndoStepMax)
+            steps.pop_front();
+    }
+
+    // The steps go on to work, but not between the documents that were seen.
+    void noteChange(const std::string& before)
+    {
+        if (undoList.steps.size() == 0)
+            steps.clear();
+        if (describeSheets() == before)
+            return;
+        for (Step& step : steps)
+            step = {step.name, "", ""};
+    }
+
+    static void expectSheets(const std::string& expected)
+    {
+        if (!expected.empty()) {
+            EXPECT_EQ(describeSheets(), expected);
+        }
     }
 
     void goBack()
@@ -387,7 +468,7 @@ protected:
         onCommand(CommandUndo);
         const Step& step = steps[static_cast<std::size_t>(undoList.position)];
         note("undo " + step.name);
-        EXPECT_EQ(describeSheets(IgnoreFittedHeights), step.before);
+        expectSheets(step.before);
         position = undoList.position;
     }
 
@@ -398,11 +479,13 @@ protected:
         onCommand(CommandRedo);
         const Step& step = steps[static_cast<std::size_t>(undoList.position - 1)];
         note("redo " + step.name);
-        EXPECT_EQ(describeSheets(IgnoreFittedHeights), step.after);
+        expectSheets(step.after);
         position = undoList.position;
     }
 
-    // So many steps back and the same ones forward again: not a byte of the file may differ.
+    // So many steps back and the same ones forward again: not a byte of the file may differ, but
+    // for the order of the texts in their table. A formula that gives another text than before may
+    // have to take another place for it.
     void goBackAndForward(int count)
     {
         count = std::min(count, undoList.position);
@@ -412,8 +495,10 @@ protected:
         for (int step = 0; step < count; ++step)
             goForward();
         const std::string again = fileBytes();
-        EXPECT_TRUE(again == bytes) << "another file behind " << count << " steps:\n"
-                                    << difference(bytes, again);
+        EXPECT_TRUE(again == bytes ||
+                    (anyTextResult() && spellOutTexts(again) == spellOutTexts(bytes)))
+            << "another file behind " << count << " steps:\n"
+            << difference(bytes, again);
     }
 
     TestPlatform machine;
@@ -426,7 +511,7 @@ protected:
 
 TEST_F(UndoProperty, holdsForRandomEdits)
 {
-    const int count = setting("VORN_UNDO_STEPS", 4000);
+    const int count = setting("VORN_UNDO_STEPS", 2000);
     const int seed = setting("VORN_UNDO_SEED", 1);
     constexpr int EditsOfADocument = 200;
     for (int made = 0; made < count; ++made) {

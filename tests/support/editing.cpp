@@ -39,12 +39,32 @@ void findPlace(std::string_view place, CellRef& first, CellRef& second)
 std::string words(const CellStyle& style)
 {
     std::string text;
-    for (const std::uint16_t word : style.words)
-        text += ' ' + std::to_string(word);
+    for (int word = 0; word < CellStyle::WordCount; ++word) {
+        if (word != 1 && word != 2)
+            text += ' ' + std::to_string(style.words[word]);
+    }
     return text;
 }
 
-// A style by what it says: its number does not count.
+std::string narrow(std::u16string_view text)
+{
+    return {text.begin(), text.end()};
+}
+
+std::string describeFormat(int index)
+{
+    const NumberFormat& format = workbook->formats[index];
+    std::string text = " format " + std::to_string(format.kind) + ' ' +
+                       std::to_string(format.general) + ' ' + std::to_string(format.decimals) +
+                       (format.thousands != 0 ? " thousands" : "");
+    for (const char16_t* part :
+         {format.positivePrefix, format.positiveSuffix, format.negativePrefix,
+          format.negativeSuffix, format.datePattern, format.timePattern})
+        text += " '" + narrow(formatString(part)) + '\'';
+    return text;
+}
+
+// A style by what it says: its number does not count, nor those of its format and its font.
 std::string describeStyle(int index)
 {
     if (index < 0)
@@ -52,15 +72,10 @@ std::string describeStyle(int index)
     const CellStyle& style = workbook->styles[index];
     const FontRecord& font = workbook->fonts[style.font()];
     const std::u16string_view face = font.face();
-    return words(style) + " font " + std::to_string(font.height) + ' ' +
-           std::to_string(font.weight) + ' ' + std::to_string(font.attributes) + ' ' +
+    return words(style) + describeFormat(style.format()) + " font " + std::to_string(font.height) +
+           ' ' + std::to_string(font.weight) + ' ' + std::to_string(font.attributes) + ' ' +
            std::to_string(font.underline) + ' ' + std::to_string(font.colour) + ' ' +
            std::string(face.begin(), face.end());
-}
-
-std::string narrow(std::u16string_view text)
-{
-    return {text.begin(), text.end()};
 }
 
 std::string describeRow(const Sheet& sheet, int row, HeightRule rule)
