@@ -48,7 +48,7 @@ void addSharedOptions(CLI::App& command, MachineOptions& options)
         ->check(refuseEmpty);
     command.add_option("--code-page", options.codePage, "The system's code page, such as 1252")
         ->type_name("N")
-        ->check(CLI::PositiveNumber);
+        ->check(CLI::Range(1, 65535));
     command
         .add_option("--settings", options.settingsFile,
                     "File of the settings; one that cannot be read or written is as if it were new")

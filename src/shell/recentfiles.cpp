@@ -23,7 +23,7 @@ void addRecentFile(std::u16string_view path)
     const auto isSame = [&added](const std::u16string& file) {
         return compareTexts(file.c_str(), added.c_str(), IgnoreCase) == 0;
     };
-    if (std::none_of(files.begin(), files.end(), isSame)) {
+    if (added.size() <= RecentFileMax && std::none_of(files.begin(), files.end(), isSame)) {
         std::rotate(files.begin(), files.end() - 1, files.end());
         files.front() = added;
     }

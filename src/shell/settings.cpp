@@ -5,6 +5,7 @@
 #include "platform/settingsstore.h"
 #include "resources/customlists.h"
 #include "shell/application.h"
+#include "shell/recentfiles.h"
 
 #include <cstdint>
 
@@ -13,7 +14,6 @@ namespace vorn {
 namespace {
 
 constexpr std::size_t FolderMax = 99;
-constexpr std::size_t RecentFileMax = 259;
 constexpr int FullScreenZoomLeast = 25;
 constexpr int FullScreenZoomMost = 200;
 constexpr std::size_t RowBytes = 4;
@@ -72,7 +72,8 @@ int rowAt(const std::vector<unsigned char>& bytes, std::size_t index)
     std::uint32_t row = 0;
     for (std::size_t byte = RowBytes; byte-- > 0;)
         row = row << 8 | bytes[index * RowBytes + byte];
-    return row < FunctionRowCount ? static_cast<int>(row) : NoFunction;
+    const bool isFunction = row < FunctionRowCount && !FunctionTable[row].name.empty();
+    return isFunction ? static_cast<int>(row) : NoFunction;
 }
 
 void readUsedFunctions(const SettingsStore& store, Application& app)

@@ -12,6 +12,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace vorn {
 namespace {
@@ -217,6 +218,7 @@ TEST(ReplaceFile, leavesAFileThatMayNotBeWritten)
     fs::permissions(guarded, fs::perms::owner_read);
     fs::create_directory(folder.file("sub.vn"));
     folder.write("sub.vn/in.vn", OldContent);
+    ::mkfifo(folder.file("pipe.vn").c_str(), 0666);
     fs::permissions(folder.file("sub.vn"), fs::perms::owner_read | fs::perms::owner_exec);
     const struct {
         const char* behaviour;
@@ -226,6 +228,7 @@ TEST(ReplaceFile, leavesAFileThatMayNotBeWritten)
         {"a new one in such a folder",  folder.path("sub.vn/a.vn") },
         {"a folder",                    folder.path("sub.vn")      },
         {"one below a file",            folder.path("guarded.vn/a")},
+        {"a pipe",                      folder.path("pipe.vn")     },
         {"one with a zero in its name", guarded + u'\0'            },
         {"no name at all",              u""                        },
     };

@@ -59,6 +59,17 @@ TEST(RecentFiles, fillTheirSlotsFromTheFirst)
     EXPECT_EQ(app.recentFiles[3], u"");
 }
 
+TEST(RecentFiles, areNoLongerThanTheSettingsKeep)
+{
+    TestPlatform machine;
+    const Application app;
+    addRecentFile(u"/first.vn");
+    addRecentFile(std::u16string(RecentFileMax + 1, u'a'));
+    EXPECT_EQ(app.recentFiles[0], u"/first.vn");
+    addRecentFile(std::u16string(RecentFileMax, u'a'));
+    EXPECT_EQ(app.recentFiles[0].size(), RecentFileMax);
+}
+
 TEST(RecentFiles, readAsANumberAndTheEndOfThePath)
 {
     const struct {

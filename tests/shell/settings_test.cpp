@@ -305,6 +305,7 @@ TEST(Settings, takeTheRowsOfFunctionsThatThereAre)
         {"the first row",             {0, 0, 0, 0},         0  },
         {"the last row",              {188, 0, 0, 0},       188},
         {"one behind it",             {189, 0, 0, 0},       -1 },
+        {"a step of undo programs",   {128, 0, 0, 0},       -1 },
         {"none",                      {255, 255, 255, 255}, -1 },
         {"a negative row is none",    {254, 255, 255, 255}, -1 },
         {"a row that fills the word", {3, 0, 0, 128},       -1 },

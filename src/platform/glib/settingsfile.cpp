@@ -145,7 +145,7 @@ bool SettingsFile::readNumber(std::string_view name, std::uint32_t& out) const
     const Text raw = lines_->raw(name);
     if (raw == nullptr)
         return false;
-    const char* end = raw.get() + std::strlen(raw.get());
+    const char* end = raw.get() + std::strlen(g_strchomp(raw.get()));
     std::uint32_t value = 0;
     const std::from_chars_result result = std::from_chars(raw.get(), end, value);
     if (result.ec != std::errc() || result.ptr != end)
@@ -169,7 +169,7 @@ bool SettingsFile::readBytes(std::string_view name, std::vector<unsigned char>& 
     const Text raw = lines_->raw(name);
     if (raw == nullptr)
         return false;
-    const std::string_view digits = raw.get();
+    const std::string_view digits = g_strchomp(raw.get());
     std::vector<unsigned char> bytes;
     for (std::size_t at = 0; at + 1 < digits.size(); at += 2) {
         const int high = digitOf(digits[at]);

@@ -162,11 +162,13 @@ int openDescriptor(const std::string& path)
                                               : ::open(path.c_str(), O_WRONLY | Flags, NewFileMode);
 }
 
-// Looks at the mode for the same reason.
+// Looks at the mode for the same reason. A pipe that is opened to read and write has no other
+// reader, so what is written there would be lost.
 bool mayWrite(int descriptor)
 {
     struct stat status {};
-    return ::fstat(descriptor, &status) == 0 && (status.st_mode & AnyoneWrites) != 0;
+    return ::fstat(descriptor, &status) == 0 && !S_ISFIFO(status.st_mode) &&
+           (status.st_mode & AnyoneWrites) != 0;
 }
 
 } // namespace
