@@ -8,6 +8,7 @@
 #include "core/workbook.h"
 #include "platform/textrules.h"
 #include "shell/commands.h"
+#include "shell/entry.h"
 #include "shell/pointmode.h"
 
 #include <algorithm>
@@ -81,8 +82,11 @@ bool selectVerb(Script& script, Argument argument)
     Place place;
     if (!placeOf(script, argument, place))
         return false;
-    workbook->setCurrentSheet(place.sheet);
-    place.sheet->selection.select(place.first, place.second);
+    // As a tap on the grid: a formula may point there, any other text is committed first.
+    if (yieldToGrid()) {
+        workbook->setCurrentSheet(place.sheet);
+        script.app.activeSelection().select(place.first, place.second);
+    }
     return true;
 }
 
@@ -96,6 +100,9 @@ bool enterVerb(Script& script, Argument argument)
 bool putVerb(Script& script, Argument argument)
 {
     const Argument reference = takeReference(argument);
+    // An entry below the keyboard has no part in what is being written, which ends before it.
+    if (script.app.isEditing() && !commitEdit(StayAfterCommit))
+        cancelEdit();
     return selectVerb(script, reference) && enterVerb(script, argument);
 }
 
@@ -138,7 +145,9 @@ bool answerVerb(Script& script, Argument argument)
     constexpr Argument File = u"file";
     if (argument == File || argument.starts_with(u"file "))
         return answerFile(script, argument.substr(std::min(File.size() + 1, argument.size())));
-    return script.fail("answers to taps do not exist yet");
+    if (argument.starts_with(u"tap "))
+        return script.fail("answers to taps do not exist yet");
+    return failAt(script, "no answer:", argument);
 }
 
 // --- Printing

@@ -183,9 +183,6 @@ int GridAxis::countFrom(int index) const
 
 int GridAxis::scrolledTo(int index, int margin) const
 {
-    // What is frozen is always in view.
-    if (isFrozen(index))
-        return scrollFirst_;
     int target = std::min(index - countFrom(scrollFirst_) + 1 + margin, index);
     // The count was taken where the view stands. Where larger ones follow, fewer fit.
     while (target < index && target > scrollFirst_ && target + countFrom(target) <= index)
