@@ -151,6 +151,22 @@ CellValue anySheetImage(Choices& choices, ValueTag tag)
     return image;
 }
 
+// As it lies on the stack: without relative parts.
+RangeRef anyPlainRange(Choices& choices)
+{
+    const RangeRef stored = anyRange(choices);
+    const CellRef first = resolve(stored.first(), Base.column, Base.row);
+    const CellRef last = resolve(stored.last(), Base.column, Base.row);
+    return {first.row, first.column, last.row, last.column};
+}
+
+CellValue anyPlainSheetRange(Choices& choices, ValueTag tag)
+{
+    CellValue image = anySheetImage(choices, tag);
+    image.put(tag, anyPlainRange(choices));
+    return image;
+}
+
 // A value of any kind that may lie on the stack; it owns its text.
 CellValue anyValue(Choices& choices)
 {
@@ -174,11 +190,11 @@ CellValue anyValue(Choices& choices)
     }
     case 8:
     case 9:
-        return CellValue::makeRangeRef(anyRange(choices));
+        return CellValue::makeRangeRef(anyPlainRange(choices));
     case 10:
-        return anySheetImage(choices, TagSheetCellRef);
+        return anyPlainSheetRange(choices, TagSheetCellRef);
     case 11:
-        return anySheetImage(choices, TagSheetRangeRef);
+        return anyPlainSheetRange(choices, TagSheetRangeRef);
     default:
         return CellValue::makeNumber(anyNumber(choices));
     }
