@@ -51,9 +51,9 @@ std::u16string numberText(double value, int decimals, ZeroRule zeros);
 // the sticky error and a blank in `cell`, if a formula did not compile or memory was short.
 bool parseTypedCell(Cell& cell, std::u16string_view text, CellPosition position, int style);
 
-// Stores typed text in a cell with the style in force there, as an entry does: a text format takes
-// the text as it is, a date or percent may change the format. Answers false, with the cell
-// unchanged and the sticky error set, if a formula did not compile. Nothing is calculated yet.
+// Stores typed text in a cell with the style in force there, in a document that is being made: an
+// entry that can be undone is in editing/entry.h. Answers false, with the cell unchanged and the
+// sticky error set, if a formula did not compile. Nothing is calculated yet.
 bool storeCellInput(int column, int row, std::u16string_view text);
 
 } // namespace vorn

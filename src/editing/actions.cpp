@@ -174,6 +174,17 @@ void callActionSetRow()
     currentSheet().setRowHeight(row, height, custom);
 }
 
+namespace {
+
+// Is nothing to be seen of a row but its height?
+bool isUntouched(const Row* row)
+{
+    return row != nullptr && row->flags == 0 && row->style == 0 &&
+           previousPresent(*row, ColumnCount) < 0;
+}
+
+} // namespace
+
 void callActionSetDefaultRow()
 {
     Sheet& sheet = currentSheet();
@@ -183,8 +194,7 @@ void callActionSetDefaultRow()
                                                 (custom ? DefaultHeightCustomFlag : 0));
     // A row whose edit was undone has its object still, and follows like one without.
     for (int row = sheet.nextRow(-1); row < RowCount; row = sheet.nextRow(row)) {
-        const Row& object = *sheet.rowAt(row);
-        if (object.flags == 0 && object.style == 0 && sheet.lastPresentColumn(row) < 0)
+        if (isUntouched(sheet.rowAt(row)))
             sheet.setRowHeight(row, sheet.defaultRowHeight, false);
     }
 }
@@ -203,10 +213,11 @@ void callActionSetRowAttributes()
     const int row = popInteger();
     if (currentSheet().rowAt(row) == nullptr)
         return;
-    Row& object = *currentSheet().ensureRow(row);
-    object.height = height;
-    object.flags = flags;
-    object.style = style;
+    if (Row* object = currentSheet().ensureRow(row)) {
+        object->height = height;
+        object->flags = flags;
+        object->style = style;
+    }
 }
 
 // --- Columns
