@@ -111,6 +111,7 @@ void lookAtTables()
 void lookAtNames()
 {
     for (const DefinedName& name : workbook->names) {
+        require(name.name != nullptr);
         if (name.block != nullptr)
             require(printCode(blockCode(name.block), {3, 2, 0}).size() <= PrintedTextMax);
     }

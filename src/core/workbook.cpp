@@ -116,6 +116,21 @@ std::u16string Workbook::defaultSheetName()
     return u"Sheet" + std::u16string(digits.begin(), digits.end());
 }
 
+void Workbook::continueSheetNumbers()
+{
+    constexpr std::u16string_view Prefix = u"Sheet";
+    constexpr std::size_t DigitsMax = 5;
+    for (const Sheet* sheet : sheets) {
+        const std::u16string_view name = sheet->name();
+        if (!name.starts_with(Prefix) || name.size() > Prefix.size() + DigitsMax)
+            continue;
+        int number = 0;
+        for (const char16_t digit : name.substr(Prefix.size()))
+            number = isAsciiDigit(digit) && number >= 0 ? number * 10 + (digit - u'0') : -1;
+        nextSheetNumber = std::max(nextSheetNumber, number + 1);
+    }
+}
+
 Task* Workbook::addTask(char16_t* name, char16_t* text)
 {
     Task task;

@@ -115,6 +115,9 @@ public:
     // "Sheet4" and so on; numbers are never given twice.
     std::u16string defaultSheetName();
 
+    // Makes the numbers go on behind those in the names of sheets that a file brought.
+    void continueSheetNumbers();
+
     // The index of an equal record, or of a new one; 0, with ErrorMemory, where a new one finds no
     // room.
     int addFont(const FontRecord& font);

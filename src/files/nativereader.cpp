@@ -275,6 +275,16 @@ std::uint8_t* NativeReader::copyDefinition(RecordCursor fields)
     return block;
 }
 
+// The text of a name; null, with ErrorMemory, if memory is short. An empty one, which only a
+// damaged file has, is there too, so that nobody else has to think of it.
+char16_t* copyNameText(std::u16string_view text)
+{
+    auto* copy = static_cast<char16_t*>(heapAlloc((text.size() + 1) * sizeof(char16_t)));
+    if (copy != nullptr)
+        *std::copy(text.begin(), text.end(), copy) = u'\0';
+    return copy;
+}
+
 // Names are not compared with those that are there: formulas count them in the order of the file.
 void NativeReader::readName(RecordCursor fields)
 {
@@ -283,7 +293,7 @@ void NativeReader::readName(RecordCursor fields)
         return;
     }
     DefinedName name;
-    name.name = duplicateString(fields.takeCountedText().text());
+    name.name = copyNameText(fields.takeCountedText().text());
     name.block = copyDefinition(fields);
     if (errorStands() || !workbook->names.append(name)) {
         heapFree(name.name);
@@ -366,6 +376,7 @@ void NativeReader::finish()
         return;
     }
     tables_.finish();
+    workbook->continueSheetNumbers();
     if (isLegacy() || workbook->currentSheet == nullptr)
         activate(0);
     // Results are trusted, but for those that change by themselves.

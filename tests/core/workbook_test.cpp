@@ -125,6 +125,28 @@ TEST_F(WorkbookTest, numbersNewSheetsOnceOnly)
     EXPECT_EQ(workbook->addSheet()->name(), u"Sheet7");
 }
 
+TEST_F(WorkbookTest, numbersNewSheetsBehindThoseOfAFile)
+{
+    const struct {
+        const char* behaviour;
+        std::u16string_view name;
+        std::u16string_view next;
+    } cases[] = {
+        {"a higher number",         u"Sheet17",         u"Sheet18"},
+        {"a lower one",             u"Sheet2",          u"Sheet4" },
+        {"another word",            u"Page9",           u"Sheet4" },
+        {"no number",               u"Sheet",           u"Sheet4" },
+        {"more than a number",      u"Sheet9a",         u"Sheet4" },
+        {"a number without reason", u"Sheet1234567890", u"Sheet4" },
+    };
+    for (const auto& c : cases) {
+        NewDocument(NewDocumentSheets, FileKindNative);
+        workbook->renameSheet(1, c.name);
+        workbook->continueSheetNumbers();
+        EXPECT_EQ(workbook->defaultSheetName(), c.next) << c.behaviour;
+    }
+}
+
 TEST_F(WorkbookTest, doesNotCareForNamesOfNewSheets)
 {
     EXPECT_TRUE(workbook->renameSheet(0, u"Sheet4"));

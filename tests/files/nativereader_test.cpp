@@ -242,7 +242,7 @@ TEST_F(NativeReader, takesNamesInTheirOrder)
     ASSERT_EQ(workbook->names.size(), 4);
     EXPECT_EQ(std::u16string(workbook->names[0].name), u"Later");
     EXPECT_EQ(std::u16string(workbook->names[2].name), u"LATER");
-    EXPECT_EQ(workbook->names[3].name, nullptr);
+    EXPECT_EQ(std::u16string(workbook->names[3].name), u"") << "there, though empty";
     EXPECT_EQ(workbook->names[1].block, nullptr);
     for (const DefinedName& name : workbook->names)
         EXPECT_EQ(name.fileIndex, -1);
