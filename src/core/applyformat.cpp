@@ -98,6 +98,8 @@ private:
     void convertColumns();
     bool emptyRowsChange();
     int nextRow(int row) const;
+    bool showsAnything(int row) const;
+    int shownColumns(int row) const;
     void convertRow(int row);
     RowStyles convertRowStyle(int row);
     int firstColumnToVisit(int row, int rowStyle) const;
@@ -139,12 +141,28 @@ void FormatWalk::run()
     }
     visitEmptyRows_ = !wholeColumns_ && (outline_ || emptyRowsChange());
     // The top line of whole columns is drawn even if nothing stands there yet. The bottom line is
-    // only drawn in a row that exists: one behind the end of the sheet is worth no row.
+    // only drawn in a row that shows something: one behind the end of the sheet is worth no row.
     if (wholeColumns_ && outline_ && sheet_.rowAt(range_.firstRow) == nullptr && !memoryIsShort())
         convertRow(range_.firstRow);
     for (int row = nextRow(range_.firstRow - 1); row <= range_.lastRow && !memoryIsShort();
-         row = nextRow(row))
-        convertRow(row);
+         row = nextRow(row)) {
+        if (!wholeColumns_ || row == range_.firstRow || showsAnything(row))
+            convertRow(row);
+    }
+}
+
+// A row that was used and emptied again has its object still, but is like one that never was: a
+// format that is taken back and applied again must not meet another sheet.
+bool FormatWalk::showsAnything(int row) const
+{
+    return shownColumns(row) > 0 || sheet_.rowStyle(row) != 0 || sheet_.rowHidden(row) ||
+           sheet_.rowHasCustomHeight(row);
+}
+
+// Columns up to the last cell that is there, for the same reason not the last that ever was.
+int FormatWalk::shownColumns(int row) const
+{
+    return sheet_.lastPresentColumn(row) + 1;
 }
 
 void FormatWalk::convertColumns()
@@ -221,9 +239,9 @@ int FormatWalk::lastColumnToVisit(int row, int rowStyle) const
 {
     int columns = range_.lastColumn + 1;
     if (onlyStoredCellsCount(row, rowStyle))
-        columns = sheet_.rowCount(row);
+        columns = shownColumns(row);
     else if (wholeRows_)
-        columns = std::max({sheet_.rowCount(row), styledColumns_, outline_ ? 1 : 0});
+        columns = std::max({shownColumns(row), styledColumns_, outline_ ? 1 : 0});
     return std::min<int>(range_.lastColumn, columns - 1);
 }
 

@@ -451,6 +451,29 @@ TEST_F(ApplyFormat, drawsTheOutlineOfTheWholeSheet)
 
 // --- Failure
 
+// What was typed there and taken back leaves an object and room for cells, and no trace else.
+TEST_F(ApplyFormat, drawsTheOutlineAsIfNobodyHadBeenThere)
+{
+    for (const RangeRef& where : {range(0, 4, 256, 1), wholeColumns(1, 3)}) {
+        NewDocument(1, FileKindNative);
+        apply(where, outline());
+        const bool last = sheet().isPresent(255, 4);
+        const bool bottom = sheet().isPresent(1, 16383);
+        NewDocument(1, FileKindNative);
+        for (const int row : {4, 16383}) {
+            sheet().setCell(255, row, numberCell(1));
+            sheet().setCell(255, row, Cell{});
+        }
+        apply(where, outline());
+        EXPECT_EQ(sheet().isPresent(255, 4), last);
+        EXPECT_EQ(sheet().isPresent(1, 16383), bottom);
+        sheet().setRowHidden(16383, true);
+        apply(where, outline());
+        EXPECT_EQ(sheet().isPresent(1, 16383), where.isWholeColumns())
+            << "a row that shows something gets the bottom line";
+    }
+}
+
 TEST_F(ApplyFormat, stopsWhereMemoryIsShort)
 {
     // Every allocation is refused in turn; what was formatted before stays, and no cell has a style
