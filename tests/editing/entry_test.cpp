@@ -5,6 +5,7 @@
 #include "core/workbook.h"
 #include "editing/undo.h"
 #include "support/cells.h"
+#include "support/codetext.h"
 #include "support/editing.h"
 #include "support/poolcount.h"
 #include "support/rawcells.h"
@@ -211,6 +212,20 @@ TEST_F(Entry, makesAStepOfTheSameTextToo)
     EXPECT_TRUE(EditDocument::enter("A1", u"123"));
     EXPECT_EQ(sheet().valueTag(0, 0), TagNumber);
     EXPECT_EQ(undoList.steps.size(), 2) << "whether the text is new is asked by the editor";
+}
+
+// As docs/undo.md has it.
+TEST_F(Entry, writesTwoPrograms)
+{
+    EXPECT_TRUE(EditDocument::enter("A1", u"5"));
+    const std::string select = "04:0000 02:810001 04:0000 04:0000 04:0000 04:0000 02:8c0004 ";
+    const UndoStep& step = undoList.steps[0];
+    EXPECT_EQ(codeText(blockCode(step.forward)),
+              select +
+                  "04:0000 04:0000 04:0000 03:040000000000000000001440 02:800004 02:950000 00");
+    EXPECT_EQ(codeText(blockCode(step.backward)),
+              select +
+                  "04:0000 04:0000 04:ffff 03:000000000000000000000000 02:800004 02:950000 00");
 }
 
 } // namespace
