@@ -962,9 +962,9 @@ TEST_F(MachineProgram, pushesACopyOfAFormula)
     EXPECT_FALSE(formulaPool->isLive(0));
 }
 
-// --- Where a text result lies
+// --- Where a text result lies, in a document of their own
 
-TEST_F(Machine, keepsThePlaceOfATextResult)
+TEST(MachineTexts, keepTheirPlaceAsResults)
 {
     Cells cells;
     cells.put("A1", u"one");
@@ -985,7 +985,7 @@ TEST_F(Machine, keepsThePlaceOfATextResult)
     EXPECT_EQ(cells.shown("B2"), "\"another oney\"");
 }
 
-TEST_F(Machine, sharesATextResultThatIsPassedOn)
+TEST(MachineTexts, areSharedWhenTheyArePassedOn)
 {
     Cells cells;
     cells.put("A1", u"one");
@@ -1006,7 +1006,7 @@ TEST_F(Machine, sharesATextResultThatIsPassedOn)
     EXPECT_EQ(stringPool->refCount(textOfA1()), 1);
 }
 
-TEST_F(Machine, leavesATextThatOthersHaveToThem)
+TEST(MachineTexts, areLeftToOthersWhoHaveThem)
 {
     Cells cells;
     cells.put("A1", u"one");
