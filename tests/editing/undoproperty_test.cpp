@@ -128,7 +128,8 @@ void enterFormula(Dice& dice)
         text = u"=" + cellAbove(dice) + u"*2";
         break;
     case 1:
-        text = u"=Sum(" + cellAbove(dice) + u":" + cellAbove(dice) + u")+" + cellAbove(dice);
+        // Not a sum: one that meets an error leaves the result that stood there.
+        text = u"=CountA(" + cellAbove(dice) + u":" + cellAbove(dice) + u")+" + cellAbove(dice);
         break;
     case 2:
         text = u"=" + cellAbove(dice) + u"&\"x\"&" + cellAbove(dice);
@@ -231,7 +232,7 @@ void fitOneColumn(Dice& dice)
     fitColumns(anyColumn(dice), SizeOne);
 }
 
-// Letters in words, so that the formula in a cell stays the same formula.
+// Letters in words, so that a formula reads the same cells as before.
 void replaceText(Dice& dice)
 {
     findSettings = FindSettings{};
@@ -242,6 +243,7 @@ void replaceText(Dice& dice)
     setSearchRange();
     if (findNext(FindInActiveCell))
         replaceInCell();
+    clearError(); // a function may have lost its name
 }
 
 // --- What changes the document without a step
