@@ -21,7 +21,7 @@ endif()
 
 # Sanitizers and fuzzing reach every object, also those of the tests' own helpers.
 if(VORN_SANITIZE)
-  add_compile_options(-Og -g -fsanitize=address,undefined -fno-sanitize-recover=all
+  add_compile_options(-Og -g1 -fsanitize=address,undefined -fno-sanitize-recover=all
     -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
