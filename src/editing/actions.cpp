@@ -176,11 +176,12 @@ void callActionSetRow()
 
 namespace {
 
-// Is nothing to be seen of a row but its height?
+// Is nothing to be seen of a row but its height? A save may have left marks of its own in the
+// flags.
 bool isUntouched(const Row* row)
 {
-    return row != nullptr && row->flags == 0 && row->style == 0 &&
-           previousPresent(*row, ColumnCount) < 0;
+    return row != nullptr && (row->flags & (RowHiddenFlag | RowCustomHeightFlag)) == 0 &&
+           row->style == 0 && previousPresent(*row, ColumnCount) < 0;
 }
 
 } // namespace

@@ -460,6 +460,7 @@ TEST_F(Actions, setTheDefaultHeight)
     sheet.setCell(0, 1, numberCell(1));
     sheet.setCell(0, 2, numberCell(1));
     sheet.setCell(0, 2, Cell{});
+    sheet.ensureRow(2)->flags = 1 << 7; // as a save leaves it
     sheet.setRowHidden(3, true);
     sheet.setRowStyle(4, 1);
     run(ActionSetDefaultRow, {400, 1});
