@@ -21,6 +21,14 @@
 namespace vorn {
 namespace {
 
+// Under the address sanitizer every block of the private heap is an allocation of its own, and so
+// is the label of a step.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr int ListAndLabelAllocations = 2;
+#else
+constexpr int ListAndLabelAllocations = 1;
+#endif
+
 class Undo : public testing::Test {
 protected:
     // A program that stores a number in A1 of the current sheet.
@@ -418,7 +426,7 @@ TEST_F(Undo, endsTheHistoryWithARecordedEditThatHasNoWayBack)
         clearError();
     }
     EXPECT_GT(done, 1);
-    EXPECT_GE(dropped, 1) << "the list found no room, or the label";
+    EXPECT_EQ(dropped, ListAndLabelAllocations) << "the list found no room, or the label";
     EXPECT_EQ(ended, 1) << "the backward program found none";
 }
 
@@ -430,6 +438,7 @@ TEST_F(Undo, keepsTheDocumentOrTheStepWhateverAllocationIsRefused)
     int refusals = 0;
     for (int steps = 0; steps < 5; ++steps) {
         bool refusedOne = true;
+        int unseen = 0;
         for (int refused = 1; refusedOne; ++refused) {
             NewDocument(1, FileKindNative);
             for (int step = 0; step < steps; ++step)
@@ -444,6 +453,7 @@ TEST_F(Undo, keepsTheDocumentOrTheStepWhateverAllocationIsRefused)
                 // The sort of the chain does without memory, so that not every refusal is seen.
                 EXPECT_TRUE(stored || refusedOne) << refused;
                 refusals += stored ? 0 : 1;
+                unseen += stored && refusedOne ? 1 : 0;
             }
             clearError();
             EXPECT_EQ(poolFaults(), "") << refused;
@@ -458,6 +468,7 @@ TEST_F(Undo, keepsTheDocumentOrTheStepWhateverAllocationIsRefused)
             EXPECT_EQ(EditDocument::input("B1"), texts[steps]) << refused;
             EXPECT_EQ(poolFaults(), "") << refused;
         }
+        EXPECT_LE(unseen, 1) << "the sort asks once";
     }
     EXPECT_GT(refusals, 15);
 }

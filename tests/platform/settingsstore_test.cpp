@@ -246,6 +246,20 @@ TEST(SettingsStore, refusesBytesThatAreNone)
     }
 }
 
+TEST(SettingsStore, readsPastBlanksAtTheEndOfALine)
+{
+    const TempFolder folder;
+    folder.write("settings", "[Settings]\nA=50 \nB=03ff\t\n");
+    SettingsFile store(folder.file("settings"));
+    store.open();
+    std::uint32_t number = 0;
+    EXPECT_TRUE(store.readNumber("A", number));
+    EXPECT_EQ(number, 50u);
+    Bytes bytes;
+    EXPECT_TRUE(store.readBytes("B", bytes));
+    EXPECT_EQ(bytes, (Bytes{3, 255}));
+}
+
 TEST(SettingsStore, keepsTheLinesOfOthers)
 {
     const TempFolder folder;
