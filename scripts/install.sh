@@ -3,7 +3,8 @@
 # With "test" also what the tests and the check of the formatting need.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ ccache pkg-config libicu-dev libgsf-1-dev libcli11-dev)
+packages=(cmake ninja-build g++ ccache pkg-config libicu-dev libgsf-1-dev libcli11-dev qt6-base-dev
+    fonts-dejavu-extra fonts-liberation)
 if [[ ${1:-} == test ]]; then
     packages+=(libgtest-dev libbenchmark-dev clang-format)
 fi

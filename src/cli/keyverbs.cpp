@@ -4,8 +4,8 @@
 #include "cli/utf8.h"
 #include "core/workbook.h"
 #include "platform/textrules.h"
-#include "shell/entry.h"
 #include "shell/keys.h"
+#include "shell/windowpaint.h"
 
 namespace vorn::cli {
 
@@ -120,16 +120,13 @@ bool sizeVerb(Script& script, std::u16string_view argument)
     const int height = readNumber(rest, SizeMax);
     if (width == 0 || height == 0)
         return script.fail("no size: '" + toUtf8(argument) + '\'');
-    script.app.clientArea = {0, 0, width, height};
+    script.app.resize({0, 0, width, height});
     return true;
 }
 
-void repaint(Script& script)
+void repaint(Script&)
 {
-    if (workbook == nullptr)
-        return;
-    refreshEditor();
-    script.app.dirtyMarks = 0;
+    endRepaint();
 }
 
 } // namespace vorn::cli

@@ -69,6 +69,9 @@ public:
     // Raised around work that may take a while, and lowered after it.
     virtual void showWaitCursor(bool wait) = 0;
 
+    // Opens the help at an anchor; at its start for none.
+    virtual void showHelp(std::u16string_view) {}
+
     // What is seen of the document is no longer so. Who shows nothing has nothing to do.
     virtual void requestRepaint() {}
 };

@@ -133,6 +133,14 @@ void Application::showDocument()
     platform.userInterface->setTitle(documentTitle());
 }
 
+void Application::resize(const Rect& client)
+{
+    clientArea = client;
+    if (!tabDividerMoved)
+        tabDivider = firstTabDivider(client.width());
+    markDirty(DirtyAll);
+}
+
 void Application::close()
 {
     saveSettings();
@@ -162,7 +170,7 @@ void Application::unlockRepaint()
 // The mark of the whole sheet takes the place of all others.
 void Application::markDirty(std::uint16_t marks)
 {
-    dirtyMarks = marks == DirtyAll ? DirtyAll : static_cast<std::uint16_t>(dirtyMarks | marks);
+    repaintHints = marks == DirtyAll ? DirtyAll : static_cast<std::uint16_t>(repaintHints | marks);
     if (repaintLock == 0)
         platform.userInterface->requestRepaint();
 }

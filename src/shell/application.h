@@ -9,9 +9,12 @@
 
 #include "core/sheet.h"
 #include "editing/view.h"
+#include "shell/chrome.h"
 #include "shell/commandstate.h"
 #include "shell/formulabar.h"
 #include "shell/gridlayout.h"
+#include "shell/pen.h"
+#include "shell/windowpaint.h"
 
 #include <array>
 #include <cstdint>
@@ -87,6 +90,13 @@ public:
 
     Rect clientArea = DefaultClientArea; // less menu and toolbar
     int tabDivider = firstTabDivider(DefaultClientArea.width());
+    bool tabDividerMoved = false; // by hand; before, it goes with the width of the window
+
+    // The window has another size, or comes to the front: everything is laid out and painted anew.
+    void resize(const Rect& client);
+
+    ChromeState chrome;
+    PenState pen;
 
     // --- Pointing at cells while a formula is written
 
@@ -99,8 +109,9 @@ public:
 
     // --- Painting
 
-    int repaintLock = 0;          // while above 0 nothing is painted
-    std::uint16_t dirtyMarks = 0; // what the next painting has to do; it clears them
+    int repaintLock = 0;            // while above 0 nothing is painted
+    std::uint16_t repaintHints = 0; // what the next painting has to do; it clears them
+    PaintedWindow painted;          // what the last one left on the canvas
 
     // --- The editor
 

@@ -56,6 +56,8 @@ struct GridLayout {
     Rect tabSplitter;
     Rect horizontalBar;
     Rect verticalBar;
+
+    bool operator==(const GridLayout&) const = default;
 };
 
 GridLayout layout(const LayoutRequest& request, const Sheet& sheet);

@@ -252,9 +252,9 @@ TEST(Application, collectsWhatIsToBePainted)
     TestPlatform machine;
     Application app;
     for (const auto& c : cases) {
-        app.dirtyMarks = c.before;
+        app.repaintHints = c.before;
         app.markDirty(c.marks);
-        EXPECT_EQ(app.dirtyMarks, c.after) << c.behaviour;
+        EXPECT_EQ(app.repaintHints, c.after) << c.behaviour;
     }
 }
 
@@ -264,12 +264,12 @@ TEST(Application, showsEachDocumentAnew)
     Application app;
     workbook->fonts.resize(2);
     workbook->currentSheet->zoom = 80;
-    app.dirtyMarks = 0;
+    app.repaintHints = 0;
     machine.userInterface.title = u"?";
     app.showDocument();
     EXPECT_EQ(workbook->fonts.size(), 6);
     EXPECT_TRUE(app.commandState.entry(CommandZoom80)->checked);
-    EXPECT_EQ(app.dirtyMarks, DirtyAll);
+    EXPECT_EQ(app.repaintHints, DirtyAll);
     EXPECT_EQ(machine.userInterface.title, u"Vorn");
     EXPECT_FALSE(workbook->modified);
 }

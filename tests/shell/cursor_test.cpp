@@ -75,22 +75,22 @@ TEST_F(CursorTest, selectsAsItIsTold)
     session.app.clientArea = {0, 0, 600, 400};
     for (const auto& c : cases) {
         session.select(u"B2");
-        session.app.dirtyMarks = 0;
+        session.app.repaintHints = 0;
         moveTo(c.column, c.row, c.flags, ShowCell);
         EXPECT_EQ(session.selected(), c.selected) << c.behaviour;
-        EXPECT_EQ(session.app.dirtyMarks, DirtySelection) << c.behaviour;
+        EXPECT_EQ(session.app.repaintHints, DirtySelection) << c.behaviour;
     }
 }
 
 TEST_F(CursorTest, bringsTheViewAlong)
 {
-    session.app.dirtyMarks = 0;
+    session.app.repaintHints = 0;
     moveTo(0, 16, SelectCell, ShowCell);
     EXPECT_EQ(session.sheet().topRow, 1);
-    EXPECT_EQ(session.app.dirtyMarks, DirtySelection | DirtyScrolled);
-    session.app.dirtyMarks = 0;
+    EXPECT_EQ(session.app.repaintHints, DirtySelection | DirtyScrolled);
+    session.app.repaintHints = 0;
     scrollIntoView(0, 16, ShowCell);
-    EXPECT_EQ(session.app.dirtyMarks, 0) << "it is in view already";
+    EXPECT_EQ(session.app.repaintHints, 0) << "it is in view already";
 }
 
 // --- The arrows

@@ -395,16 +395,16 @@ TEST_F(EntryTest, dropsTheText)
 {
     session.put(u"A1", u"old");
     session.type(u"new");
-    session.app.dirtyMarks = 0;
+    session.app.repaintHints = 0;
     cancelEdit();
-    EXPECT_EQ(session.app.dirtyMarks, DirtyAll);
+    EXPECT_EQ(session.app.repaintHints, DirtyAll);
     EXPECT_EQ(session.editor(), "ready");
     EXPECT_EQ(bar().line.text(), u"");
     refreshEditor();
     EXPECT_EQ(bar().line.text(), u"old") << "the repaint pass brings the cell's text back";
-    session.app.dirtyMarks = 0;
+    session.app.repaintHints = 0;
     cancelEdit();
-    EXPECT_EQ(session.app.dirtyMarks, 0) << "nothing was open";
+    EXPECT_EQ(session.app.repaintHints, 0) << "nothing was open";
 }
 
 TEST_F(EntryTest, closesWithItsDocument)

@@ -115,9 +115,9 @@ TEST_F(KeysTest, markAFullRepaintWhenTheyClose)
         session.select(u"A1");
         session.app.enterCell(u"7");
         session.type(u"7"); // what the cell has already: nothing is stored
-        session.app.dirtyMarks = 0;
+        session.app.repaintHints = 0;
         keyDown(key, Plain);
-        EXPECT_NE(session.app.dirtyMarks & DirtyAll, 0);
+        EXPECT_NE(session.app.repaintHints & DirtyAll, 0);
     }
 }
 

@@ -223,11 +223,11 @@ TEST_F(PointModeTest, bringsTheViewBack)
     EXPECT_EQ(session.pointed(), "IV16384");
     EXPECT_GT(session.sheet().topRow, 16000);
     EXPECT_GT(session.sheet().leftColumn, 200);
-    session.app.dirtyMarks = 0;
+    session.app.repaintHints = 0;
     session.type(u"+");
     EXPECT_EQ(session.sheet().topRow, 2);
     EXPECT_EQ(session.sheet().leftColumn, 1);
-    EXPECT_NE(session.app.dirtyMarks & DirtyAll, 0);
+    EXPECT_NE(session.app.repaintHints & DirtyAll, 0);
     EXPECT_TRUE(editorHasFocus());
 }
 

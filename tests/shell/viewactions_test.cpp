@@ -65,7 +65,7 @@ TEST(ViewActions, freezeByTheActiveCell)
         EXPECT_EQ(isFrozen(), c.frozen.firstColumn >= 0 || c.frozen.firstRow >= 0) << c.behaviour;
         EXPECT_TRUE(workbook->modified) << c.behaviour;
         EXPECT_GT(machine.userInterface.repaints, repaints) << c.behaviour;
-        EXPECT_EQ(app.dirtyMarks, DirtyAll) << c.behaviour;
+        EXPECT_EQ(app.repaintHints, DirtyAll) << c.behaviour;
         EXPECT_EQ(undoList.steps.size(), 0) << c.behaviour;
     }
 }
@@ -118,7 +118,7 @@ TEST(ViewActions, zoomEverySheetAndKeepNoLimit)
         for (const Sheet* sheet : workbook->sheets)
             EXPECT_EQ(sheet->zoom, zoom);
         EXPECT_TRUE(workbook->modified);
-        EXPECT_EQ(app.dirtyMarks, DirtyAll);
+        EXPECT_EQ(app.repaintHints, DirtyAll);
         EXPECT_EQ(undoList.steps.size(), 0);
     }
 }

@@ -137,10 +137,10 @@ TEST_F(Options, alwaysMarksTheWorkbookModifiedAndShowsTheSheetAnew)
 {
     for (int button : {ButtonOk, ButtonCancel}) {
         workbook->modified = false;
-        app.dirtyMarks = 0;
+        app.repaintHints = 0;
         run(press(button));
         EXPECT_TRUE(workbook->modified) << button;
-        EXPECT_EQ(app.dirtyMarks, DirtyAll) << button;
+        EXPECT_EQ(app.repaintHints, DirtyAll) << button;
     }
 }
 

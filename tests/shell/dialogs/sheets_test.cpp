@@ -228,9 +228,9 @@ TEST_F(Sheets, leavesUndoStepsOfInsertingAndRenamingAlone)
 TEST_F(Sheets, areShownAnewHoweverItEnds)
 {
     for (int button : {ButtonOk, ButtonCancel}) {
-        app.dirtyMarks = 0;
+        app.repaintHints = 0;
         run(press(button));
-        EXPECT_EQ(app.dirtyMarks, DirtyAll);
+        EXPECT_EQ(app.repaintHints, DirtyAll);
     }
 }
 
