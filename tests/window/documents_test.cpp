@@ -1,0 +1,114 @@
+#include "window/windowtest.h"
+
+namespace vorn {
+namespace {
+
+using Documents = WindowTest;
+
+TEST_F(Documents, areAskedAboutBeforeTheyClose)
+{
+    startWith("asked.vn", "put A1 1");
+    user.type("2");
+    user.keys("Return ctrl+w");
+    user.turnToDialog("Vorn");
+    user.keepPicture("question");
+    user.keys("Escape");
+    user.turnToMainWindow();
+    EXPECT_TRUE(user.program().isRunning());
+    // It goes on as if nothing had been asked.
+    user.keys("Down");
+    user.type("3");
+    user.keys("Return ctrl+w");
+    user.turnToDialog("Vorn");
+    user.keys("alt+n");
+    EXPECT_EQ(user.program().waitForEnd(), 0);
+    EXPECT_EQ(user.answerOnce("show asked.vn", "1\n"), "1\n");
+}
+
+TEST_F(Documents, areSavedWhereThatIsTheAnswer)
+{
+    startWith("wanted.vn", "put A1 1");
+    user.type("2");
+    user.keys("Return ctrl+w");
+    user.turnToDialog("Vorn");
+    user.keys("alt+y");
+    EXPECT_EQ(user.program().waitForEnd(), 0);
+    EXPECT_EQ(user.answerOnce("show wanted.vn", "2\n"), "2\n");
+}
+
+TEST_F(Documents, closeWithoutAQuestionWhenNothingHasChanged)
+{
+    startWith("same.vn", "put A1 1");
+    user.keys("ctrl+w");
+    EXPECT_EQ(user.program().waitForEnd(), 0);
+}
+
+TEST_F(Documents, comeBackFromTheRecentList)
+{
+    user.start();
+    user.type("first");
+    user.keys("Return alt+f a");
+    saveAs("first.vn");
+    user.keys("ctrl+n");
+    user.expectTitle("Vorn");
+    user.keys("alt+f r");
+    user.keepPicture("list");
+    user.keys("1");
+    user.expectTitle("first.vn");
+    leave();
+
+    // The list outlives the program.
+    user.start();
+    user.expectTitle("Vorn");
+    user.keys("alt+f r 1");
+    user.expectTitle("first.vn");
+    leave();
+}
+
+TEST_F(Documents, openByTheFileDialog)
+{
+    user.makeDocument("there.vn", "put A1 there");
+    user.start();
+    user.keys("ctrl+o");
+    user.turnToDialog("Open File");
+    user.keepPicture("opening");
+    user.type(user.folder().file("there.vn"));
+    user.keys("Return");
+    user.turnToMainWindow();
+    user.expectTitle("there.vn");
+    leave();
+}
+
+TEST_F(Documents, openInTheWindowThatRunsAlready)
+{
+    user.makeDocument("other.vn", "put A1 other");
+    startWith("one.vn", "put A1 one");
+    EXPECT_EQ(user.startSecond("other.vn")->waitForEnd(), 0);
+    user.expectTitle("other.vn");
+
+    // What has changed there is asked about first.
+    user.turnToMainWindow();
+    user.type("changed");
+    user.keys("Return");
+    EXPECT_EQ(user.startSecond("one.vn")->waitForEnd(), 0);
+    user.turnToDialog("Vorn");
+    user.keys("Escape");
+    user.turnToMainWindow();
+    user.expectTitle("other.vn");
+    EXPECT_EQ(savedText("other.vn", "changed\n"), "changed\n");
+    leave();
+}
+
+TEST_F(Documents, thatAreNotThereAreSaidToBeMissing)
+{
+    user.start("nowhere.vn");
+    user.turnToDialog("Vorn");
+    user.keepPicture("missing");
+    user.keys("Return");
+    user.turnToMainWindow();
+    user.expectTitle("Vorn");
+    leave();
+}
+
+} // namespace
+} // namespace vorn

@@ -1,0 +1,126 @@
+#include "window/windowtest.h"
+
+#include <regex>
+
+namespace vorn {
+namespace {
+
+using View = WindowTest;
+
+TEST_F(View, isThatOfAHandheldAtTheStart)
+{
+    user.start();
+    EXPECT_EQ(user.mainWindow().size(), QSize(240, 320));
+    leave();
+}
+
+TEST_F(View, growsWithAColumnWhoseEdgeIsDragged)
+{
+    startWith("wide.vn", "put A1 1");
+    constexpr int Pixels = 30;
+    const QPoint edge(firstCell.right(), firstCell.top() - 6);
+    user.drag(edge, edge + QPoint(Pixels, 0));
+    user.keepPicture("wider");
+    EXPECT_EQ(user.findFirstCell().width(), firstCell.width() + Pixels / 2)
+        << "of A and B the mean";
+    user.keys("ctrl+z");
+    EXPECT_EQ(user.findFirstCell().width(), firstCell.width());
+    leave();
+}
+
+TEST_F(View, changesToTheSheetOfATab)
+{
+    startWith("tabs.vn", "put A1 1");
+    const QRect window = user.mainWindow();
+    constexpr int OnTheSecondTab = 100;
+    const QImage before = user.look();
+    user.tap({window.left() + OnTheSecondTab, window.bottom() - 6});
+    user.lookAfter(before);
+    user.type("2");
+    user.keys("Return");
+    user.keepPicture("second");
+    EXPECT_EQ(savedText("tabs.vn --sheet Sheet2", "2\n"), "2\n");
+    EXPECT_EQ(savedText("tabs.vn --sheet Sheet1", "1\n"), "1\n");
+    leave();
+}
+
+TEST_F(View, freezesTitlesAndZooms)
+{
+    startWith("frozen.vn", "put A1 1\nput A2 2\nput B3 3");
+    user.tap(cell(1, 2));
+    user.keys("alt+o");
+    user.keepPicture("menu");
+    user.keys("f");
+    user.wheelDown(cell(1, 4), 2);
+    user.keys("alt+o z 8");
+    user.keepPicture("frozen");
+    const std::regex frozen("zoom=80 left=B top=([0-9]+) frozencols=A:A frozenrows=1:2 .*\n");
+    std::smatch top;
+    const std::string view = savedAnswer("frozen.vn", "view", [&](const std::string& answer) {
+        return std::regex_match(answer, frozen);
+    });
+    ASSERT_TRUE(std::regex_match(view, top, frozen)) << view;
+    EXPECT_GT(std::stoi(top[1]), 3) << "the wheel has scrolled";
+    leave();
+}
+
+TEST_F(View, fillsTheScreenAndComesBack)
+{
+    startWith("full.vn", "put A1 1");
+    const QImage before = user.look();
+    user.keys("F11");
+    user.lookAfter(before);
+    user.keepPicture("full");
+    EXPECT_EQ(user.mainWindow().size(), before.size());
+    user.keys("F11");
+    EXPECT_TRUE(waitUntil([&] { return user.mainWindow().size() == QSize(240, 320); }));
+    EXPECT_EQ(difference(before, user.look()), QRect());
+    leave();
+}
+
+// What was painted step by step, each time as little as would do, is what a fresh look at the
+// document shows.
+TEST_F(View, isTheSameStepByStepAndAtOnce)
+{
+    startWith("steps.vn", "put A1 1\nput B2 a text that is longer than its cell\nput A4 =A1/3");
+    user.drag(cell(1, 4), cell(2, 6));
+    user.wheelDown(cell(1, 4), 1);
+    user.keys("Right Right Right Down Down");
+    user.type("here");
+    user.keys("Return ctrl+Home Down");
+    user.type("there");
+    user.keys("Return shift+Right");
+    EXPECT_EQ(savedText("steps.vn --range A2", "there\n"), "there\n");
+    user.keepPicture("steps");
+    const QImage steps = user.look().copy(user.mainWindow());
+    const QRect grid = QRect(firstCell.topLeft() - user.mainWindow().topLeft(),
+                             QPoint(steps.width() - 1, steps.height() - 1));
+    leave();
+
+    user.start("steps.vn");
+    user.expectTitle("steps.vn");
+    const QImage atOnce = user.look().copy(user.mainWindow());
+    EXPECT_EQ(difference(steps.copy(grid), atOnce.copy(grid)), QRect());
+    leave();
+}
+
+class LargeView : public WindowTest {
+protected:
+    LargeView() : WindowTest({1280, 800}) {}
+};
+
+TEST_F(LargeView, showsMoreOfTheSheet)
+{
+    startWith("large.vn", "put A1 1");
+    user.keepPicture("small");
+    user.resize({1280, 800});
+    user.keepPicture("large");
+    user.tap(cell(10, 24));
+    user.type("far");
+    user.keys("Return");
+    EXPECT_EQ(savedText("large.vn --range K25", "far\n"), "far\n");
+    leave();
+}
+
+} // namespace
+} // namespace vorn
