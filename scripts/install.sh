@@ -6,7 +6,9 @@ set -euo pipefail
 packages=(cmake ninja-build g++ ccache pkg-config libicu-dev libgsf-1-dev libcli11-dev qt6-base-dev
     fonts-dejavu-extra fonts-liberation)
 if [[ ${1:-} == test ]]; then
-    packages+=(libgtest-dev libbenchmark-dev clang-format)
+    packages+=(libgtest-dev libbenchmark-dev clang-format xvfb xdotool)
+elif [[ -n ${WAYLAND_DISPLAY:-} ]]; then
+    packages+=(qt6-wayland)
 fi
 
 if ! command -v dpkg-query >/dev/null; then
