@@ -79,6 +79,8 @@ public:
     static GridAxis ofColumns(const Sheet& sheet, int start, int end);
     static GridAxis ofRows(const Sheet& sheet, int start, int end);
 
+    const Sheet& sheet() const { return sheet_; }
+
     int last() const { return last_; } // of the sheet
     bool isHidden(int index) const;
     int pixels(int index) const; // 0 for a hidden one
