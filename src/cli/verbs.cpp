@@ -10,6 +10,7 @@
 #include "shell/commands.h"
 #include "shell/entry.h"
 #include "shell/pointmode.h"
+#include "shell/tabstrip.h"
 
 #include <algorithm>
 
@@ -71,9 +72,8 @@ bool sheetVerb(Script& script, Argument argument)
     Sheet* sheet = readSheet(argument);
     if (sheet == nullptr)
         return failAt(script, "no sheet:", argument);
-    // As a tap on its tab: a formula may go on with a cell of that sheet.
-    if (yieldToGrid())
-        workbook->setCurrentSheet(sheet);
+    // A formula may go on with a cell of that sheet.
+    selectTab(sheet->index);
     return true;
 }
 
@@ -84,7 +84,7 @@ bool selectVerb(Script& script, Argument argument)
         return false;
     // As a tap on the grid: a formula may point there, any other text is committed first.
     if (yieldToGrid()) {
-        workbook->setCurrentSheet(place.sheet);
+        selectTab(place.sheet->index);
         script.app.activeSelection().select(place.first, place.second);
     }
     return true;

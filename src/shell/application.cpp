@@ -127,6 +127,9 @@ void Application::showDocument()
     workbook->normaliseFonts();
     if (fullScreen)
         zoomForFullScreen();
+    chrome = {};
+    showCurrentTab();
+    resetVerticalRange();
     updateTaskMenu();
     refreshCommandState();
     markDirty(DirtyAll);
@@ -138,6 +141,7 @@ void Application::resize(const Rect& client)
     clientArea = client;
     if (!tabDividerMoved)
         tabDivider = firstTabDivider(client.width());
+    showCurrentTab();
     markDirty(DirtyAll);
 }
 
@@ -177,6 +181,8 @@ void Application::markDirty(std::uint16_t marks)
 
 void Application::sheetChanged()
 {
+    showCurrentTab();
+    resetVerticalRange();
     markDirty(DirtyAll);
 }
 

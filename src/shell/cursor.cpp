@@ -3,6 +3,7 @@
 #include "core/workbook.h"
 #include "editing/protection.h"
 #include "shell/application.h"
+#include "shell/scrolling.h"
 
 #include <algorithm>
 
@@ -189,13 +190,7 @@ void moveTo(int column, int row, unsigned extendFlags, ScrollMargin margin)
 void scrollIntoView(int column, int row, ScrollMargin margin)
 {
     const GridView view = currentView();
-    const int left = view.columns.scrolledTo(column, margin);
-    const int top = view.rows.scrolledTo(row, margin);
-    if (left == sheet().leftColumn && top == sheet().topRow)
-        return;
-    sheet().leftColumn = left;
-    sheet().topRow = top;
-    application->markDirty(DirtyScrolled);
+    setViewStart(view.columns.scrolledTo(column, margin), view.rows.scrolledTo(row, margin));
 }
 
 bool handleKey(Key key, KeyModifiers modifiers)

@@ -5,6 +5,8 @@
 #include "shell/commandstate.h"
 #include "shell/pointmode.h"
 
+#include <algorithm>
+
 namespace vorn {
 
 namespace {
@@ -15,18 +17,26 @@ constexpr int QuickEntryWidth = 15;
 
 } // namespace
 
-void FormulaBar::move(const Rect& strip)
+std::array<Rect, BarButtonCount> barButtonRects(const Rect& strip)
 {
+    constexpr std::size_t quickEntry = BarButtonCount - 1; // alone at the other end
+    std::array<Rect, BarButtonCount> rects;
     int left = strip.left;
-    for (BarButton& button : buttons) {
-        if (button.id == CommandQuickEntry)
-            continue;
-        button.rect = {left, strip.top, left + ButtonWidth, strip.bottom};
+    for (std::size_t button = 0; button < quickEntry; ++button) {
+        rects[button] = {left, strip.top, left + ButtonWidth, strip.bottom};
         left += ButtonWidth - ButtonOverlap;
     }
-    const int right = strip.right - QuickEntryWidth;
-    buttons.back().rect = {right, strip.top, strip.right, strip.bottom};
-    rect = {left + ButtonOverlap, strip.top, right, strip.bottom};
+    rects[quickEntry] = {strip.right - QuickEntryWidth, strip.top, strip.right, strip.bottom};
+    return rects;
+}
+
+void FormulaBar::move(const Rect& strip)
+{
+    const std::array<Rect, BarButtonCount> rects = barButtonRects(strip);
+    for (std::size_t button = 0; button < rects.size(); ++button)
+        buttons[button].rect = rects[button];
+    const int left = rects[BarButtonCount - 2].right;
+    rect = {left, strip.top, std::max(left, rects.back().left), strip.bottom};
 }
 
 void FormulaBar::startEditing()

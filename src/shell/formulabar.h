@@ -28,6 +28,9 @@ constexpr int BarButtonCount = 4;
 // The control of an editor that is out of view.
 constexpr Rect OutOfSight = {-1, -1, -1, -1};
 
+// Where the buttons stand in a strip, in their order.
+std::array<Rect, BarButtonCount> barButtonRects(const Rect& strip);
+
 class FormulaBar : public TextEditor {
 public:
     EditLine line;

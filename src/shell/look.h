@@ -14,6 +14,10 @@ constexpr Colour ColourFaceTextDisabled = rgb(0xA0, 0xA0, 0xA0);
 constexpr Colour ColourPressed = rgb(0xC4, 0xD2, 0xE6); // of titles whose cells are selected
 constexpr Colour ColourTrack = rgb(0xDD, 0xDD, 0xD8);   // of a scroll bar, behind its thumb
 
+constexpr Colour ColourTabCurrent = rgb(0xFF, 0xFF, 0xFF);
+
+constexpr int TabFontHeight = 12;
+
 // The titles of columns and rows, before zoom.
 constexpr int TitleFontTwips = 210;
 

@@ -86,6 +86,7 @@ void setFullScreen(bool on)
             if (sheet->zoom == application->fullScreenZoom)
                 sheet->zoom = sheet->savedZoom;
         }
+        showCurrentTab();
     }
     markRepaint();
 }
