@@ -33,15 +33,6 @@ constexpr struct {
     {u"Backspace", KeyBackspace},
 };
 
-// Cuts the first word off the front of `text`.
-std::u16string_view takeWord(std::u16string_view& text)
-{
-    const std::size_t end = text.find(u' ');
-    const std::u16string_view word = text.substr(0, end);
-    text.remove_prefix(end == std::u16string_view::npos ? text.size() : end + 1);
-    return word;
-}
-
 bool readModifiers(std::u16string_view text, KeyModifiers& out)
 {
     while (!text.empty()) {

@@ -42,6 +42,14 @@ std::u16string_view takeReference(std::u16string_view& text)
     return reference;
 }
 
+std::u16string_view takeWord(std::u16string_view& text)
+{
+    const std::size_t end = text.find(u' ');
+    const std::u16string_view word = text.substr(0, end);
+    text.remove_prefix(end == std::u16string_view::npos ? text.size() : end + 1);
+    return word;
+}
+
 int readNumber(std::u16string_view text, int most)
 {
     int number = 0;

@@ -26,6 +26,9 @@ Sheet* readSheet(std::u16string_view text);
 // `text`, and the blank with it.
 std::u16string_view takeReference(std::u16string_view& text);
 
+// Cuts the first word off the front of `text`, and the blank behind it.
+std::u16string_view takeWord(std::u16string_view& text);
+
 // Reads a whole number in decimal digits, 1 to `most`; 0 for anything else.
 int readNumber(std::u16string_view text, int most);
 

@@ -32,6 +32,8 @@ bool runScript(Script& script, std::string_view name, std::string_view text)
     constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(ByteOrderMark))
         text.remove_prefix(ByteOrderMark.size());
+    // A window is painted before anybody can touch it.
+    repaint(script);
     // Closing the program ends the script: nothing is there any more that a statement could be for.
     for (int number = 1; !text.empty() && !script.app.quitRequested; ++number) {
         const std::string_view line = takeLine(text);

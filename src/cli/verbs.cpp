@@ -1,5 +1,6 @@
 // The verbs of scripts. A verb is one function and its row in the table at the end.
 #include "cli/keyverbs.h"
+#include "cli/penverbs.h"
 #include "cli/place.h"
 #include "cli/printing.h"
 #include "cli/script.h"
@@ -244,10 +245,10 @@ constexpr struct Verb {
     {u"runtask",      NotYet                    },
     {u"key",          keyVerb                   },
     {u"type",         typeVerb                  },
-    {u"tap",          NotYet                    },
-    {u"doubletap",    NotYet                    },
-    {u"drag",         NotYet                    },
-    {u"tapcell",      NotYet                    },
+    {u"tap",          tapVerb                   },
+    {u"doubletap",    doubletapVerb             },
+    {u"drag",         dragVerb                  },
+    {u"tapcell",      tapcellVerb               },
     {u"filterbutton", NotYet                    },
     {u"clipboard",    NotYet                    },
     {u"size",         sizeVerb                  },

@@ -1,21 +1,410 @@
 #include "shell/pen.h"
 
+#include "core/workbook.h"
+#include "editing/rowcolumn.h"
+#include "editing/view.h"
+#include "shell/application.h"
+#include "shell/commandhandlers.h"
+#include "shell/commands.h"
+#include "shell/cursor.h"
+#include "shell/entry.h"
+#include "shell/pointmode.h"
+#include "shell/resizedrag.h"
+#include "shell/tasktap.h"
+
+#include <algorithm>
+
 namespace vorn {
 
-Place placeAt(int, int, Pointer)
+// TO BE DROPPED WHEN shell/selectionpaint.cpp BRINGS ITS OWN.
+bool handleRect(Rect& out)
 {
-    return {};
+    if (workbook == nullptr || application->pointMode)
+        return false;
+    const RangeRef& range = workbook->currentSheet->selection.range;
+    const GridLayout areas = currentLayout();
+    const GridView view = currentView();
+    Rect rect;
+    if (view.columns.isScrolledAway(range.lastColumn) || view.rows.isScrolledAway(range.lastRow) ||
+        !view.cellRect(range, rect) || rect.right > areas.cellArea.right ||
+        rect.bottom > areas.cellArea.bottom)
+        return false;
+    out = {rect.right - 2, rect.bottom - 2, rect.right + 3, rect.bottom + 3};
+    return true;
 }
 
-bool handleRect(Rect&)
+namespace {
+
+constexpr unsigned ExtendAll = ExtendSelection | SelectRows | SelectColumns;
+
+// What a finger moves while it only taps.
+constexpr int FingerTremble = 3;
+
+// No window is wider; a y beyond it is one above the window that lost its sign.
+constexpr int PositionMax = 30000;
+
+// As far as it takes to lie outside of any window.
+constexpr int FarAway = 2 * PositionMax;
+
+PenState& pen()
 {
-    return false;
+    return application->pen;
 }
 
-void penDown(int, int, KeyModifiers, Pointer) {}
-void penMove(int, int) {}
-void penUp(int, int) {}
-void penTimer() {}
-void doubleTap(int, int) {}
+Point withinReach(int x, int y)
+{
+    if (y > PositionMax)
+        y = currentLayout().gridArea.top - 1;
+    return {std::clamp(x, -PositionMax, PositionMax), std::max(y, -PositionMax)};
+}
+
+// Does what the drag is about still stand?
+bool dragStands()
+{
+    if (pen().dragMode == DragNone || pen().dragMode == DragSplitter)
+        return true;
+    return pen().sheet == workbook->currentSheet && pen().pointing == application->pointMode;
+}
+
+void endDrag()
+{
+    pen().penDown = false;
+    pen().dragMode = DragNone;
+}
+
+// --- Selecting
+
+// Does what is selected stay in view however the rest is scrolled?
+bool isInFrozenPart(const GridAxis& axis, int corner, int anchor, unsigned flags)
+{
+    return axis.isFrozen(corner) && ((flags & ExtendSelection) == 0 || axis.isFrozen(anchor));
+}
+
+// Whole columns are selected without scrolling down to anywhere, whole rows without scrolling to
+// the right, and what is frozen without scrolling at all.
+void selectTo(int column, int row, unsigned flags)
+{
+    Sheet& sheet = *workbook->currentSheet;
+    const Selection& selection = application->activeSelection();
+    const GridView view = currentView();
+    const int left = sheet.leftColumn;
+    const int top = sheet.topRow;
+    const bool onlyRows = (flags & SelectRows) != 0;
+    const bool onlyColumns = (flags & SelectColumns) != 0;
+    moveTo(onlyRows ? view.columns.scrollFirst() : column,
+           onlyColumns ? view.rows.scrollFirst() : row, flags, ShowCell);
+    if (onlyRows || isInFrozenPart(view.columns, column, selection.anchorColumn, flags))
+        sheet.leftColumn = left;
+    if (onlyColumns || isInFrozenPart(view.rows, row, selection.anchorRow, flags))
+        sheet.topRow = top;
+}
+
+// `whole` is SelectCell, SelectRows or SelectColumns.
+void beginSelecting(const Place& place, unsigned whole, KeyModifiers modifiers)
+{
+    const GridView view = currentView();
+    Rect& home = pen().home;
+    home = {-FarAway, -FarAway, FarAway, FarAway};
+    if (whole != SelectRows) {
+        home.left = view.xOfColumn(place.column);
+        home.right = home.left + view.columns.pixels(place.column);
+    }
+    if (whole != SelectColumns) {
+        home.top = view.yOfRow(place.row);
+        home.bottom = home.top + view.rows.pixels(place.row);
+    }
+    pen().dragMode = DragSelect;
+    pen().selectionExtend = ExtendSelection | whole;
+    selectTo(place.column, place.row, modifiers.shift ? pen().selectionExtend : whole);
+}
+
+void selectAll()
+{
+    pen().dragMode = DragSelect;
+    pen().selectionExtend = ExtendAll;
+    selectWholeSheet();
+}
+
+void moveSelecting(Point at)
+{
+    if (pen().selectionExtend == ExtendAll)
+        return;
+    const GridView view = currentView();
+    selectTo(std::min(view.columnAtX(at.x), LastColumn), std::min(view.rowAtY(at.y), LastRow),
+             pen().selectionExtend);
+}
+
+void finishSelecting()
+{
+    const Selection& selection = workbook->currentSheet->selection;
+    if (pen().selectionExtend != ExtendSelection || application->pointMode ||
+        selection.range.isMultiCell())
+        return;
+    runTaskForTap(selection.activeColumn, selection.activeRow);
+}
+
+// --- Filling
+
+void beginFill()
+{
+    handleRect(pen().home);
+    pen().dragMode = DragFill;
+    pen().fillAnchor = workbook->currentSheet->selection.range;
+}
+
+void selectForFill(const RangeRef& range)
+{
+    Selection& selection = workbook->currentSheet->selection;
+    selection.range = range;
+    selection.activeColumn = std::min(selection.activeColumn, range.lastColumn);
+    selection.activeRow = std::min(selection.activeRow, range.lastRow);
+    selection.anchorColumn = range.firstColumn;
+    selection.anchorRow = range.firstRow;
+    selection.cornerColumn = range.lastColumn;
+    selection.cornerRow = range.lastRow;
+    application->markDirty(DirtySelection);
+}
+
+void moveFill(Point at)
+{
+    const RangeRef& anchor = pen().fillAnchor;
+    const GridView view = currentView();
+    const int column = std::min(view.columnAtX(at.x), LastColumn);
+    const int row = std::min(view.rowAtY(at.y), LastRow);
+    RangeRef range = anchor;
+    if (column > anchor.lastColumn) {
+        range.lastColumn = static_cast<std::uint16_t>(column);
+        selectForFill(range);
+        if (!view.columns.isFrozen(column))
+            scrollIntoView(column, view.rows.scrollFirst(), ShowCell);
+    } else if (row > anchor.lastRow) {
+        range.lastRow = static_cast<std::uint16_t>(row);
+        selectForFill(range);
+        if (!view.rows.isFrozen(row))
+            scrollIntoView(view.columns.scrollFirst(), row, ShowCell);
+    } else if (column == anchor.firstColumn && row == anchor.firstRow) {
+        range.set(column, row, 1, 1);
+        selectForFill(range);
+    }
+}
+
+void finishFill()
+{
+    const RangeRef& range = workbook->currentSheet->selection.range;
+    if (range.lastColumn > pen().fillAnchor.lastColumn)
+        onCommand(CommandFillRight);
+    else if (range.lastRow > pen().fillAnchor.lastRow)
+        onCommand(CommandFillDown);
+}
+
+// --- The pen goes down
+
+void beginDrag(const Place& place, Point at, KeyModifiers modifiers)
+{
+    pen().sheet = workbook->currentSheet;
+    pen().pointing = application->pointMode;
+    pen().hasLeftHome = false;
+    pen().home = {};
+    switch (place.kind) {
+    case PlaceKind::Corner:
+        selectAll();
+        break;
+    case PlaceKind::ColumnTitle:
+        beginSelecting(place, SelectColumns, modifiers);
+        break;
+    case PlaceKind::RowTitle:
+        beginSelecting(place, SelectRows, modifiers);
+        break;
+    case PlaceKind::Cell:
+        beginSelecting(place, SelectCell, modifiers);
+        break;
+    case PlaceKind::ColumnEdge:
+    case PlaceKind::RowEdge:
+        beginResize(place, at);
+        break;
+    case PlaceKind::FillHandle:
+        beginFill();
+        break;
+    case PlaceKind::Nothing:
+    case PlaceKind::Chrome:
+    case PlaceKind::Editor:
+        break;
+    }
+}
+
+// A box about a text that cannot be committed may have swallowed the pen's going up.
+void pressGrid(Point at, KeyModifiers modifiers)
+{
+    if (!yieldToGrid() || !pen().penDown)
+        return endDrag();
+    const Place place = placeAt(at.x, at.y, pen().pointer);
+    beginDrag(place, at, modifiers);
+    pen().besideTarget = place != placeAt(at.x, at.y);
+    if (pen().besideTarget)
+        pen().home = {at.x - FingerTremble, at.y - FingerTremble, at.x + FingerTremble + 1,
+                      at.y + FingerTremble + 1};
+}
+
+void pressChrome(Point at)
+{
+    chromePress(at.x, at.y);
+    if (workbook == nullptr || application->chrome.held == ChromePart::None)
+        return endDrag();
+    pen().dragMode = DragSplitter;
+    if (!pen().penDown)
+        penLost();
+}
+
+void press(Point at, KeyModifiers modifiers)
+{
+    switch (placeAt(at.x, at.y, pen().pointer).kind) {
+    case PlaceKind::Nothing:
+        break;
+    case PlaceKind::Chrome:
+        pressChrome(at);
+        break;
+    case PlaceKind::Editor:
+        if (!tapEditor())
+            endDrag();
+        break;
+    default:
+        pressGrid(at, modifiers);
+        break;
+    }
+}
+
+void drag(Point at)
+{
+    if (pen().dragMode == DragSplitter)
+        return chromeDrag(at.x, at.y);
+    if (!pen().hasLeftHome && pen().home.contains(at.x, at.y))
+        return;
+    pen().hasLeftHome = true;
+    if (pen().dragMode == DragSelect)
+        moveSelecting(at);
+    else if (pen().dragMode == DragFill)
+        moveFill(at);
+    else if (pen().dragMode != DragNone)
+        moveResize(pen().dragMode, at);
+}
+
+void finish(DragMode mode, Point at)
+{
+    switch (mode) {
+    case DragNone:
+        break;
+    case DragSelect:
+        finishSelecting();
+        break;
+    case DragColumnSize:
+    case DragRowSize:
+        finishResize(mode);
+        break;
+    case DragFill:
+        finishFill();
+        break;
+    case DragSplitter:
+        chromeRelease(at.x, at.y);
+        break;
+    }
+}
+
+void doubleTapCell(const Place& place)
+{
+    if (!application->pointMode && runTaskForTap(place.column, place.row))
+        return;
+    if (!application->formulaBarVisible)
+        editActiveCell();
+}
+
+void doubleTapGrid(const Place& place)
+{
+    // The first tap was refused: the text has to be mended before anything else.
+    if (editorHasFocus())
+        return;
+    switch (place.kind) {
+    case PlaceKind::ColumnEdge:
+        fitColumns(place.column, SizeOne);
+        break;
+    case PlaceKind::RowEdge:
+        fitRows(place.row, SizeOne);
+        break;
+    case PlaceKind::FillHandle:
+    case PlaceKind::Cell:
+        doubleTapCell(place);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace
+
+void penDown(int x, int y, KeyModifiers modifiers, Pointer pointer)
+{
+    if (workbook == nullptr)
+        return;
+    penLost();
+    const Point at = withinReach(x, y);
+    pen().penDown = true;
+    pen().pointer = pointer;
+    pen().besideTarget = false;
+    pen().down = at;
+    pen().last = {x, y};
+    press(at, modifiers);
+    refreshCommandState();
+}
+
+void penMove(int x, int y)
+{
+    if (workbook == nullptr || !pen().penDown)
+        return;
+    pen().last = {x, y};
+    if (dragStands())
+        drag(withinReach(x, y));
+    else
+        endDrag();
+}
+
+void penUp(int x, int y)
+{
+    if (workbook == nullptr || !pen().penDown)
+        return;
+    if (pen().last != Point{x, y})
+        penMove(x, y);
+    const bool onlyTapped = pen().besideTarget && !pen().hasLeftHome;
+    if (onlyTapped && dragStands())
+        beginDrag(placeAt(pen().down.x, pen().down.y), pen().down, {});
+    const DragMode mode = dragStands() ? pen().dragMode : DragNone;
+    // What follows may open boxes and dialogs, and the pen is up meanwhile.
+    endDrag();
+    finish(mode, withinReach(x, y));
+    refreshCommandState();
+}
+
+void penTimer()
+{
+    penMove(application->pen.last.x, application->pen.last.y);
+}
+
+void penLost()
+{
+    if (pen().dragMode == DragSplitter)
+        application->chrome.held = ChromePart::None;
+    endDrag();
+}
+
+void doubleTap(int x, int y)
+{
+    if (workbook == nullptr)
+        return;
+    penLost();
+    const Place place = placeAt(x, y, pen().pointer);
+    if (place.kind == PlaceKind::Chrome)
+        chromeDoubleTap(x, y);
+    else
+        doubleTapGrid(place);
+    refreshCommandState();
+}
 
 } // namespace vorn

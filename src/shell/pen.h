@@ -2,15 +2,20 @@
 //
 // Units:  pixels of the client area; while the pen is down also outside of it.
 // Shape:  each call is one message; the end of the message and the repaint pass are the caller's.
-//         What a drag needs to know lies in `application->pen`.
+//         What a drag needs to know lies in `application->pen`. A drag ends, and changes nothing
+//         more, when the document goes, when another sheet comes or pointing begins or ends under
+//         it, and when a box or a dialog comes in between.
 // Errors: the sticky code.
 #pragma once
 
 #include "core/reference.h"
 #include "platform/geometry.h"
+#include "shell/hittest.h"
 #include "shell/key.h"
 
 namespace vorn {
+
+class Sheet;
 
 // What a drag does.
 enum DragMode : int {
@@ -21,9 +26,6 @@ enum DragMode : int {
     DragFill = 4,
     DragSplitter = 6, // and whatever else of the chrome is held
 };
-
-// A finger is wider than a pen.
-enum class Pointer { Pen, Finger };
 
 // While the pen is down, its last move comes again this often.
 constexpr int PenTimerMilliseconds = 200;
@@ -36,55 +38,55 @@ struct PenState {
     // corner.
     unsigned selectionExtend = 0;
 
+    // What went down, and where.
+    Pointer pointer = Pointer::Pen;
+    Point down;
+
     // The last move, which the timer repeats.
     Point last;
 
-    // A column or a row that is made larger: where its edge was taken, where it is, and where its
-    // line was drawn last (NoLine for nowhere).
+    // What was hit. Until the pen has left it, it has not moved: neither does a hand that trembles
+    // move anything, nor a view that scrolls under the pen to show the cell that was tapped.
+    Rect home;
+    bool hasLeftHome = false;
+
+    // A finger hit something from beside it. If it never leaves, it meant what lies there.
+    bool besideTarget = false;
+
+    // On what the drag began; the sheet is only to be compared.
+    const Sheet* sheet = nullptr;
+    bool pointing = false;
+
+    // A column or a row that is made larger: where its edge was, where it is now, and where its
+    // line was drawn last (NoLine for nowhere). An edge is the first pixel behind what it ends;
+    // `resizeLeast` is where that begins, and `resizeGrip` how far from the edge it was taken.
     static constexpr int NoLine = -1;
     int resized = 0;
     int resizeStart = 0;
     int resizeAt = 0;
-    int resizeDrawn = NoLine;
+    int resizeLeast = 0;
+    int resizeGrip = 0;
+    int resizeDrawn = NoLine; // belongs to whoever paints
 
     // What was selected when a fill began.
     RangeRef fillAnchor;
 };
 
-// What lies at a place of the window.
-enum class PlaceKind {
-    Nothing,
-    Chrome,      // see shell/chrome.h
-    Editor,      // the edit control
-    Corner,      // the box that selects everything
-    ColumnTitle, // `column`
-    RowTitle,    // `row`
-    ColumnEdge,  // the right edge of `column`
-    RowEdge,     // the lower edge of `row`
-    FillHandle,
-    Cell
-};
-
-struct Place {
-    PlaceKind kind = PlaceKind::Nothing;
-    int column = 0;
-    int row = 0;
-};
-
-// A finger is let hit edges and the handle from further away where nothing else is missed by it.
-Place placeAt(int x, int y, Pointer pointer = Pointer::Pen);
-
-// The handle of the selection; false if it is out of view, or there is none while pointing.
-bool handleRect(Rect& out);
-
+// With Shift a tap extends the selection.
 void penDown(int x, int y, KeyModifiers modifiers = {}, Pointer pointer = Pointer::Pen);
+
+// Nothing while the pen is up, as all that follows.
 void penMove(int x, int y);
 void penUp(int x, int y);
 
-// The last move once more. Nothing while the pen is up.
+// The last move once more.
 void penTimer();
 
-// The second tap of two at one place. Its first one came as down and up before.
+// The pen will not go up any more, since something else has it. What it held is let go as it is.
+void penLost();
+
+// The second tap of two at one place. Its first one came as down and up before; of the second one
+// nothing else comes, and an up behind it does nothing.
 void doubleTap(int x, int y);
 
 } // namespace vorn
