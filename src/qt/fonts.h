@@ -9,7 +9,7 @@ namespace vorn::qt {
 
 // The font whose line is as high as the look says, at a scale of 1. A face that the machine does
 // not have is replaced by a legible one of the same kind.
-const QFont& fontOf(const FontLook& look);
+QFont fontOf(const FontLook& look);
 
 // The font of everything around the grid.
 FontLook interfaceFontLook();
@@ -19,6 +19,8 @@ class QtTextMeasure : public TextMeasure {
 public:
     int textWidth(const FontLook& font, std::u16string_view text) override;
     int wrappedHeight(const FontLook& font, std::u16string_view text, int width) override;
+
+    // What documents use first, even where another face stands for it, then the machine's by name.
     std::vector<FontFamily> fontFamilies() override;
 };
 
