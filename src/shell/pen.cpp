@@ -16,23 +16,6 @@
 
 namespace vorn {
 
-// TO BE DROPPED WHEN shell/selectionpaint.cpp BRINGS ITS OWN.
-bool handleRect(Rect& out)
-{
-    if (workbook == nullptr || application->pointMode)
-        return false;
-    const RangeRef& range = workbook->currentSheet->selection.range;
-    const GridLayout areas = currentLayout();
-    const GridView view = currentView();
-    Rect rect;
-    if (view.columns.isScrolledAway(range.lastColumn) || view.rows.isScrolledAway(range.lastRow) ||
-        !view.cellRect(range, rect) || rect.right > areas.cellArea.right ||
-        rect.bottom > areas.cellArea.bottom)
-        return false;
-    out = {rect.right - 2, rect.bottom - 2, rect.right + 3, rect.bottom + 3};
-    return true;
-}
-
 namespace {
 
 constexpr unsigned ExtendAll = ExtendSelection | SelectRows | SelectColumns;
