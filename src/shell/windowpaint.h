@@ -1,7 +1,8 @@
 // The painting of the window as a whole: what has to be painted at the end of a message, and how
-// little of it will do. Marks (editing/view.h) say what a message asked for: the selection only,
-// everything, or that the view moved. What the bars and tabs show is compared with what was painted
-// last.
+// little of it will do. The mark of the whole sheet (editing/view.h) has the grid painted anew; the
+// other two only ask for a look: what is selected, pointed at and dragged, where the view stands
+// and what the bars and tabs show is compared with what was painted last. What scrolled is moved,
+// what is inverted is inverted again where it differs.
 //
 // Shape:  a canvas is painted on again and again and keeps what is on it. What stands there is
 //         remembered in `application->painted`.
@@ -10,6 +11,7 @@
 #include "core/sheet.h"
 #include "shell/chrome.h"
 #include "shell/gridlayout.h"
+#include "shell/region.h"
 
 namespace vorn {
 
@@ -23,15 +25,16 @@ struct PaintedWindow {
     bool pointing = false;
     int previousLeftColumn = 0;
     int previousTopRow = 0;
+    Region inverted; // of the grid, by the selection and whatever else is painted by inverting
     Chrome chrome;
 };
 
 // Everything within `area` as it stands, whatever is asked for. It changes nothing of what is
-// remembered: the rest of the canvas may be older.
+// remembered, and so belongs on the canvas of paintChanges only where no change waits for it.
 void paintWindow(Canvas& canvas, const Rect& area);
 
-// What the marks ask for and what has changed of the bars and tabs; the first time, everything. It
-// ends with endRepaint. Nothing is painted while the repaint lock is held, and without a document.
+// What the marks ask for and what has changed; the first time, everything. It ends with endRepaint.
+// Nothing is painted while the repaint lock is held, and without a document.
 void paintChanges(Canvas& canvas);
 
 // The end of a repaint pass, also of a shell that paints nothing: the marks are taken back, what
