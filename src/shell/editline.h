@@ -26,6 +26,8 @@ class EditLine {
 public:
     const std::u16string& text() const { return text_; }
     int length() const { return static_cast<int>(text_.size()); }
+    int anchor() const { return anchor_; } // where the selection began
+    int caret() const { return caret_; }   // its other end
     int selectionStart() const { return anchor_ < caret_ ? anchor_ : caret_; }
     int selectionEnd() const { return anchor_ < caret_ ? caret_ : anchor_; }
     bool hasSelection() const { return anchor_ != caret_; }
