@@ -1,0 +1,176 @@
+#include "qt/mainwindow.h"
+
+#include "core/workbook.h"
+#include "qt/icons.h"
+#include "qt/strings.h"
+#include "resources/icons.h"
+#include "shell/application.h"
+#include "shell/commands.h"
+#include "shell/documentflow.h"
+#include "shell/settings.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QVBoxLayout>
+
+namespace vorn::qt {
+
+namespace {
+
+constexpr QSize LeastWindowSize = {120, 120};
+
+} // namespace
+
+MainWindow::MainWindow()
+    : messages_([this] { follow(); }),
+      bars_([this](int id) { messages_.send([id] { onCommand(static_cast<std::uint16_t>(id)); }); },
+            this),
+      sheet_(messages_, this)
+{
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(&bars_);
+    rows->addWidget(&sheet_, 1);
+    setFocusPolicy(Qt::NoFocus);
+    setMinimumSize(LeastWindowSize);
+    setWindowIcon(iconOf(IconVorn));
+    loadSettings();
+    bars_.restore(application->commandBand);
+    resize(FirstWindowSize);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::begin(std::u16string_view commandLine)
+{
+    messages_.send([] { application->showDocument(); });
+    if (!commandLine.empty())
+        messages_.send([commandLine] { openFromCommandLine(commandLine); });
+}
+
+// --- Following the system
+
+void MainWindow::follow()
+{
+    if (application->quitRequested) {
+        hide();
+        QCoreApplication::quit();
+        return;
+    }
+    bars_.follow(application->commandState);
+    followFullScreen();
+    sheet_.follow();
+    requestRepaint();
+    takeRequests();
+}
+
+// The mode takes the bands away, and the desktop around the window with them.
+void MainWindow::followFullScreen()
+{
+    const bool full = application->fullScreen;
+    if (full == bars_.isHidden())
+        return;
+    bars_.setVisible(!full);
+    if (full) {
+        maximizedBefore_ = isMaximized();
+        showFullScreen();
+    } else if (maximizedBefore_) {
+        showMaximized();
+    } else {
+        showNormal();
+    }
+}
+
+// '[*]' would be the toolkit's mark of a changed document.
+void MainWindow::showTitle(std::u16string_view title)
+{
+    setWindowTitle(toQt(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+}
+
+void MainWindow::requestRepaint()
+{
+    sheet_.requestRepaint();
+}
+
+void MainWindow::repaintNow()
+{
+    sheet_.repaintChanges();
+    repaint();
+}
+
+// --- Messages of the desktop
+
+bool MainWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowBlocked)
+        sheet_.interrupt();
+    return QWidget::event(event);
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        activate();
+    QWidget::changeEvent(event);
+}
+
+// Another program may have changed the clipboard, and with it what can be pasted.
+void MainWindow::activate()
+{
+    if (workbook == nullptr || messages_.isUnderWay())
+        return;
+    messages_.send([] {
+        application->resize(application->clientArea);
+        refreshCommandState();
+    });
+}
+
+void MainWindow::resizeEvent(QResizeEvent*)
+{
+    // The settings are written by the system, whenever it closes.
+    if (!bars_.isHidden())
+        application->commandBand = bars_.record();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    if (messages_.isUnderWay())
+        return;
+    messages_.send([] {
+        if (workbook != nullptr && application->PromptSaveChanges())
+            application->close();
+    });
+}
+
+// --- Requests of other starts
+
+void MainWindow::comeToFront()
+{
+    if (isMinimized())
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+}
+
+void MainWindow::openOnRequest(std::u16string path)
+{
+    comeToFront();
+    requests_.push_back(std::move(path));
+    takeRequests();
+}
+
+void MainWindow::takeRequests()
+{
+    if (requests_.empty() || messages_.isUnderWay())
+        return;
+    const std::u16string path = std::move(requests_.front());
+    requests_.erase(requests_.begin());
+    messages_.send([&path] {
+        if (application->PromptSaveChanges())
+            application->OpenDocument(path);
+    });
+}
+
+} // namespace vorn::qt

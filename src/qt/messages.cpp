@@ -1,0 +1,14 @@
+#include "qt/messages.h"
+
+#include "shell/application.h"
+
+namespace vorn::qt {
+
+void Messages::finish()
+{
+    application->showError();
+    --depth_;
+    atEnd_();
+}
+
+} // namespace vorn::qt

@@ -1,0 +1,173 @@
+#include "qt/sheetwidget.h"
+
+#include "core/workbook.h"
+#include "qt/keyboard.h"
+#include "qt/messages.h"
+#include "shell/application.h"
+#include "shell/cursor.h"
+#include "shell/entry.h"
+#include "shell/windowpaint.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace vorn::qt {
+
+SheetWidget::SheetWidget(Messages& messages, QWidget* parent)
+    : QWidget(parent), messages_(messages), penInput_(messages), edit_(messages, this)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_AcceptTouchEvents);
+    setAttribute(Qt::WA_InputMethodEnabled);
+    setFocusPolicy(Qt::NoFocus); // see followFocus
+    setMinimumSize(1, 1);
+    renewPicture();
+}
+
+SheetWidget::~SheetWidget() = default;
+
+// --- Painting
+
+void SheetWidget::renewPicture()
+{
+    const qreal scale = devicePixelRatioF();
+    const QSize pixels(qCeil(width() * scale), qCeil(height() * scale));
+    canvas_.reset();
+    image_ = QImage(pixels.expandedTo({1, 1}), QImage::Format_RGB32);
+    image_.setDevicePixelRatio(scale);
+    image_.fill(Qt::white);
+    canvas_ = std::make_unique<QtCanvas>(image_);
+    forgetPainted();
+    requestRepaint();
+}
+
+void SheetWidget::requestRepaint()
+{
+    if (passRequested_)
+        return;
+    passRequested_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { repaintChanges(); }, Qt::QueuedConnection);
+}
+
+void SheetWidget::repaintChanges()
+{
+    if (!passRequested_)
+        return;
+    passRequested_ = false;
+    paintChanges(*canvas_);
+    update(canvas_->takeChanged());
+    edit_.follow();
+}
+
+void SheetWidget::resizeEvent(QResizeEvent*)
+{
+    renewPicture();
+    application->resize({0, 0, width(), height()});
+}
+
+void SheetWidget::paintEvent(QPaintEvent* event)
+{
+    const qreal scale = devicePixelRatioF();
+    if (!qFuzzyCompare(image_.devicePixelRatio(), scale))
+        renewPicture();
+    // What is about to be shown would be replaced at once.
+    repaintChanges();
+    QPainter painter(this);
+    painter.setClipRegion(event->region());
+    // Each pixel of the picture is one of the screen, whatever the scale: a picture without a
+    // scale of its own is neither stretched nor smoothed.
+    const QImage pixels(image_.constBits(), image_.width(), image_.height(), image_.bytesPerLine(),
+                        image_.format());
+    painter.scale(1 / scale, 1 / scale);
+    painter.drawImage(0, 0, pixels);
+}
+
+// --- Following the system
+
+void SheetWidget::follow()
+{
+    edit_.follow();
+    followFocus();
+    penInput_.follow();
+}
+
+void SheetWidget::followFocus()
+{
+    QWidget& wanted = editorHasFocus() ? static_cast<QWidget&>(edit_) : *this;
+    if (!wanted.hasFocus())
+        wanted.setFocus();
+}
+
+// --- What the user does
+
+bool SheetWidget::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
+        penInput_.touch(static_cast<const QTouchEvent&>(*event));
+        event->accept();
+        return true;
+    default:
+        return QWidget::event(event);
+    }
+}
+
+void SheetWidget::keyPressEvent(QKeyEvent* event)
+{
+    sendKey(messages_, *event);
+    event->accept();
+}
+
+bool SheetWidget::focusNextPrevChild(bool)
+{
+    return false; // Tab is a key of the grid
+}
+
+void SheetWidget::inputMethodEvent(QInputMethodEvent* event)
+{
+    sendText(messages_, event->commitString());
+    event->accept();
+}
+
+// Where whoever composes a text shows it.
+QVariant SheetWidget::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    if (query == Qt::ImEnabled)
+        return true;
+    if (query != Qt::ImCursorRectangle || workbook == nullptr)
+        return QWidget::inputMethodQuery(query);
+    const Rect cell = inCellEditorRect();
+    return QRect(cell.left, cell.top, 1, cell.height());
+}
+
+void SheetWidget::mousePressEvent(QMouseEvent* event)
+{
+    penInput_.press(*event);
+}
+
+void SheetWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    penInput_.move(*event);
+}
+
+void SheetWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    penInput_.release(*event);
+}
+
+void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    penInput_.doubleClick(*event);
+}
+
+void SheetWidget::wheelEvent(QWheelEvent* event)
+{
+    penInput_.wheel(*event);
+    event->accept();
+}
+
+} // namespace vorn::qt
