@@ -7,9 +7,15 @@
 //   polygon 0,0 10,0 10,5 000000 w1 in ffffff
 //   rectangle 0,0-10,20 000000 w1 in -
 //   ellipse 0,0-10,20 000000 w1 in -
-//   text 0,0-10,20 "abc" Tahoma 14 000000 left bottom     bold, italic... behind the height, wrap
-//   last icon 0,0-18,17 110               and "disabled" behind clip 0,0-10,20, exclude 0,0-10,20,
-//   pop scroll 0,0-10,20 by 0,-17
+//   text 0,0-10,20 "abc" Tahoma 14 000000 left bottom
+//   icon 0,0-18,17 110
+//   clip 0,0-10,20
+//   exclude 0,0-10,20
+//   pop
+//   scroll 0,0-10,20 by 0,-17
+//
+// Behind the height of a text's font stand bold, italic, underline and strikeout, at its end wrap;
+// an icon may be disabled. A character outside of ASCII is a backslash and its number.
 #pragma once
 
 #include "platform/canvas.h"
