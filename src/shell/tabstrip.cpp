@@ -122,9 +122,15 @@ SheetTabs currentTabs()
 
 namespace {
 
+// Where no tab is seen there is nothing to scroll.
+bool canScrollLeft(const SheetTabs& tabs)
+{
+    return !tabs.area.isEmpty() && tabs.firstShown > 0;
+}
+
 bool canScrollRight(const SheetTabs& tabs)
 {
-    return tabs.firstShown < sheetCount() - 1 && !tabs.lastFits();
+    return !tabs.area.isEmpty() && tabs.firstShown < sheetCount() - 1 && !tabs.lastFits();
 }
 
 std::array<Rect, 2> halves(const Rect& buttons)
@@ -148,7 +154,7 @@ TabsLook currentTabsLook()
     look.area = areas.tabs;
     look.splitter = areas.splitter;
     look.tabs = tabs.seen();
-    look.canScrollLeft = tabs.firstShown > 0;
+    look.canScrollLeft = canScrollLeft(tabs);
     look.canScrollRight = canScrollRight(tabs);
     if (state.held == ChromePart::TabButtons && state.inside)
         look.pressed = state.heldPart;
@@ -172,7 +178,7 @@ void showCurrentTab()
 void scrollTabs(int direction)
 {
     const SheetTabs tabs = currentTabs();
-    const bool possible = direction < 0 ? tabs.firstShown > 0 : canScrollRight(tabs);
+    const bool possible = direction < 0 ? canScrollLeft(tabs) : canScrollRight(tabs);
     if (!possible)
         return;
     application->chrome.firstShown = tabs.firstShown + direction;
