@@ -38,7 +38,7 @@ void leaveDocument()
     application->pointMode = false;
     application->pointSheet = nullptr;
     application->formulaBar.abandon();
-    application->pen = {};
+    penLost();
 }
 
 } // namespace

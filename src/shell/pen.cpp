@@ -8,6 +8,7 @@
 #include "shell/commands.h"
 #include "shell/cursor.h"
 #include "shell/entry.h"
+#include "shell/filldrag.h"
 #include "shell/pointmode.h"
 #include "shell/resizedrag.h"
 #include "shell/tasktap.h"
@@ -98,7 +99,12 @@ void beginSelecting(const Place& place, unsigned whole, KeyModifiers modifiers)
     }
     pen().dragMode = DragSelect;
     pen().selectionExtend = ExtendSelection | whole;
-    selectTo(place.column, place.row, modifiers.shift ? pen().selectionExtend : whole);
+    if (!modifiers.shift)
+        return selectTo(place.column, place.row, whole);
+    Selection& selection = application->activeSelection();
+    selection.anchorColumn = selection.activeColumn;
+    selection.anchorRow = selection.activeRow;
+    selectTo(place.column, place.row, pen().selectionExtend);
 }
 
 void selectAll()
@@ -124,60 +130,6 @@ void finishSelecting()
         selection.range.isMultiCell())
         return;
     runTaskForTap(selection.activeColumn, selection.activeRow);
-}
-
-// --- Filling
-
-void beginFill()
-{
-    handleRect(pen().home);
-    pen().dragMode = DragFill;
-    pen().fillAnchor = workbook->currentSheet->selection.range;
-}
-
-void selectForFill(const RangeRef& range)
-{
-    Selection& selection = workbook->currentSheet->selection;
-    selection.range = range;
-    selection.activeColumn = std::min(selection.activeColumn, range.lastColumn);
-    selection.activeRow = std::min(selection.activeRow, range.lastRow);
-    selection.anchorColumn = range.firstColumn;
-    selection.anchorRow = range.firstRow;
-    selection.cornerColumn = range.lastColumn;
-    selection.cornerRow = range.lastRow;
-    application->markDirty(DirtySelection);
-}
-
-void moveFill(Point at)
-{
-    const RangeRef& anchor = pen().fillAnchor;
-    const GridView view = currentView();
-    const int column = std::min(view.columnAtX(at.x), LastColumn);
-    const int row = std::min(view.rowAtY(at.y), LastRow);
-    RangeRef range = anchor;
-    if (column > anchor.lastColumn) {
-        range.lastColumn = static_cast<std::uint16_t>(column);
-        selectForFill(range);
-        if (!view.columns.isFrozen(column))
-            scrollIntoView(column, view.rows.scrollFirst(), ShowCell);
-    } else if (row > anchor.lastRow) {
-        range.lastRow = static_cast<std::uint16_t>(row);
-        selectForFill(range);
-        if (!view.rows.isFrozen(row))
-            scrollIntoView(view.columns.scrollFirst(), row, ShowCell);
-    } else if (column == anchor.firstColumn && row == anchor.firstRow) {
-        range.set(column, row, 1, 1);
-        selectForFill(range);
-    }
-}
-
-void finishFill()
-{
-    const RangeRef& range = workbook->currentSheet->selection.range;
-    if (range.lastColumn > pen().fillAnchor.lastColumn)
-        onCommand(CommandFillRight);
-    else if (range.lastRow > pen().fillAnchor.lastRow)
-        onCommand(CommandFillDown);
 }
 
 // --- The pen goes down

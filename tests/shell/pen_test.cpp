@@ -1,0 +1,1133 @@
+#include "shell/pen.h"
+
+#include "core/heap.h"
+#include "editing/rowcolumn.h"
+#include "editing/undo.h"
+#include "shell/commandhandlers.h"
+#include "shell/commands.h"
+#include "shell/cursor.h"
+#include "shell/pointmode.h"
+#include "support/dice.h"
+#include "support/session.h"
+
+#include <gtest/gtest.h>
+
+namespace vorn {
+namespace {
+
+constexpr KeyModifiers Plain = {};
+constexpr KeyModifiers Shift = {.shift = true};
+
+// At the first size of the window columns begin at 26 and are 63 wide, rows begin at 31 and are 17
+// high. A, B and C are seen whole and D in part; of row 17 two pixels are seen.
+class PenTest : public testing::Test {
+protected:
+    PenTest() { session.endMessage(); }
+
+    using Points = std::vector<Point>;
+
+    PenState& pen() { return session.app.pen; }
+    const Sheet& sheet() const { return session.sheet(); }
+
+    void down(Point at, KeyModifiers modifiers = Plain, Pointer pointer = Pointer::Pen)
+    {
+        penDown(at.x, at.y, modifiers, pointer);
+        session.endMessage();
+    }
+    void move(Point to)
+    {
+        penMove(to.x, to.y);
+        session.endMessage();
+    }
+    void up(Point at)
+    {
+        penUp(at.x, at.y);
+        session.endMessage();
+    }
+    void drag(const Points& points, KeyModifiers modifiers = Plain, Pointer pointer = Pointer::Pen)
+    {
+        down(points.front(), modifiers, pointer);
+        for (const Point& point : points)
+            move(point);
+        up(points.back());
+    }
+    void drag(Point from, Point to, KeyModifiers modifiers = Plain, Pointer pointer = Pointer::Pen)
+    {
+        drag(Points{from, to}, modifiers, pointer);
+    }
+    void finger(Point from, Point to) { drag(Points{from, to}, Plain, Pointer::Finger); }
+    void finger(Point at) { finger(at, at); }
+    void tap(Point at, KeyModifiers modifiers = Plain) { drag(Points{at}, modifiers); }
+    void tapTwice(Point at)
+    {
+        tap(at);
+        doubleTap(at.x, at.y);
+        session.endMessage();
+        up(at);
+    }
+    void tick()
+    {
+        penTimer();
+        session.endMessage();
+    }
+    void widen(int width) { session.app.clientArea.right = width; }
+    void freeze(int firstColumn, int firstRow, int columns, int rows)
+    {
+        session.sheet().titleColumns = session.sheet().titleRows = true;
+        session.sheet().titles.set(firstColumn, firstRow, columns, rows);
+    }
+    void scrollTo(int leftColumn, int topRow)
+    {
+        session.sheet().leftColumn = leftColumn;
+        session.sheet().topRow = topRow;
+    }
+    void addTask(std::u16string_view area)
+    {
+        Task* task = workbook->addTask(duplicateString(u"Task"), duplicateString(u"1"));
+        ASSERT_NE(task, nullptr);
+        ASSERT_TRUE(parseReferenceText(area, task->onTapArea));
+        task->onTap = 1;
+    }
+    static int steps() { return undoList.position; }
+    int pixels(int column) const { return sheet().columns.columnPixels(column); }
+
+    Session session;
+};
+
+// --- Selecting
+
+TEST_F(PenTest, selectsAsItGoes)
+{
+    const struct {
+        const char* behaviour;
+        Points points;
+        const char* selected;
+    } cases[] = {
+        {"a cell",                        {{120, 56}},                      "B2"                  },
+        {"cells",                         {{57, 39}, {183, 73}},            "A1:C3 active A1"     },
+        {"up and to the left",            {{183, 73}, {57, 39}},            "A1:C3 active C3"     },
+        {"back to where it began",        {{57, 39}, {183, 73}, {60, 41}},  "A1"                  },
+        {"to the other side",             {{120, 56}, {183, 73}, {57, 39}}, "A1:B2 active B2"     },
+        {"a column",                      {{120, 24}},                      "B1:B16384 active B2" },
+        {"columns",                       {{120, 24}, {183, 24}},           "B1:C16384 active B2" },
+        {"backward, with the pen below",  {{120, 24}, {57, 200}},           "A1:B16384 active B2" },
+        {"a row",                         {{10, 56}},                       "A2:IV2 active B2"    },
+        {"rows",                          {{10, 56}, {10, 90}},             "A2:IV4 active B2"    },
+        {"backward, with the pen beside", {{10, 56}, {200, 39}},            "A1:IV2 active B2"    },
+        {"everything",                    {{5, 20}},                        "A1:IV16384 active B2"},
+        {"and everything stays so",       {{5, 20}, {120, 60}},             "A1:IV16384 active B2"},
+    };
+    for (const auto& c : cases) {
+        session.select(u"B2");
+        drag(c.points);
+        EXPECT_EQ(session.selected(), c.selected) << c.behaviour;
+        EXPECT_EQ(sheet().leftColumn, 0) << c.behaviour;
+        EXPECT_EQ(sheet().topRow, 0) << c.behaviour;
+    }
+}
+
+TEST_F(PenTest, extendsWithShift)
+{
+    const struct {
+        const char* behaviour;
+        Points points;
+        const char* selected;
+    } cases[] = {
+        {"to a cell",      {{183, 90}},            "B2:C4 active B2"     },
+        {"and on",         {{183, 90}, {183, 39}}, "B1:C2 active B2"     },
+        {"to a column",    {{183, 24}},            "B1:C16384 active B2" },
+        {"to a row",       {{10, 90}},             "A2:IV4 active B2"    },
+        {"to where it is", {{120, 56}},            "B2"                  },
+        {"in any way",     {{5, 20}},              "A1:IV16384 active B2"},
+    };
+    for (const auto& c : cases) {
+        session.select(u"B2");
+        drag(c.points, Shift);
+        EXPECT_EQ(session.selected(), c.selected) << c.behaviour;
+    }
+    tap({120, 56});
+    EXPECT_EQ(session.selected(), "B2") << "a plain tap collapses it";
+    tap({5, 20});
+    tap({183, 90}, Shift);
+    EXPECT_EQ(session.selected(), "B2:C4 active B2") << "it begins at the active cell";
+}
+
+TEST_F(PenTest, remembersWhatADragIs)
+{
+    const struct {
+        const char* behaviour;
+        Point at;
+        DragMode mode;
+        unsigned extend;
+    } cases[] = {
+        {"a cell",             {120, 56},  DragSelect,     1},
+        {"a row title",        {10, 56},   DragSelect,     3},
+        {"a column title",     {120, 24},  DragSelect,     5},
+        {"the corner",         {5, 20},    DragSelect,     7},
+        {"a column's edge",    {89, 24},   DragColumnSize, 0},
+        {"a row's edge",       {10, 48},   DragRowSize,    0},
+        {"the handle",         {89, 48},   DragFill,       0},
+        {"between the bars",   {235, 315}, DragNone,       0},
+        {"outside the window", {500, 500}, DragNone,       0},
+    };
+    for (const auto& c : cases) {
+        session.select(u"A1");
+        down(c.at);
+        EXPECT_TRUE(pen().penDown) << c.behaviour;
+        EXPECT_EQ(pen().dragMode, c.mode) << c.behaviour;
+        if (c.mode == DragSelect) {
+            EXPECT_EQ(pen().selectionExtend, c.extend) << c.behaviour;
+        }
+        up(c.at);
+        EXPECT_FALSE(pen().penDown) << c.behaviour;
+        EXPECT_EQ(pen().dragMode, DragNone) << c.behaviour;
+    }
+    EXPECT_EQ(steps(), 0);
+}
+
+TEST_F(PenTest, onlySelectsOnAProtectedSheet)
+{
+    session.sheet().protectedSheet = true;
+    const struct {
+        Points points;
+        const char* selected;
+    } cases[] = {
+        {{{89, 24}, {99, 24}},  "B1:B16384 active B1"},
+        {{{10, 48}, {10, 60}},  "A2:IV2 active A2"   },
+        {{{89, 48}, {120, 48}}, "B2"                 },
+    };
+    for (const auto& c : cases) {
+        session.select(u"A1");
+        drag(c.points);
+        EXPECT_EQ(session.selected(), c.selected);
+    }
+    EXPECT_EQ(pixels(0), 63);
+    EXPECT_EQ(sheet().rowPixels(0), 17);
+}
+
+TEST_F(PenTest, keepsMenusUpToDate)
+{
+    const auto cutIsEnabled = [this] {
+        return session.app.commandState.entry(CommandCut)->enabled;
+    };
+    refreshCommandState();
+    ASSERT_TRUE(cutIsEnabled());
+    session.sheet().protectedSheet = true;
+    down({120, 56});
+    EXPECT_FALSE(cutIsEnabled());
+    session.sheet().protectedSheet = false;
+    up({120, 56});
+    EXPECT_TRUE(cutIsEnabled());
+    session.sheet().protectedSheet = true;
+    doubleTap(120, 56);
+    EXPECT_FALSE(cutIsEnabled());
+}
+
+// --- Beyond the edges of the view
+
+TEST_F(PenTest, keepsScrollingWhileItRestsBeyondAnEdge)
+{
+    const struct {
+        const char* behaviour;
+        Point from, to;
+        int columns, rows; // the least that each tick adds
+    } cases[] = {
+        {"below",     {57, 200}, {57, 310},  0,  1 },
+        {"above",     {57, 200}, {57, 20},   0,  -1},
+        {"far above", {57, 200}, {57, -500}, 0,  -1},
+        {"right",     {57, 200}, {235, 200}, 1,  0 },
+        {"left",      {57, 200}, {10, 200},  -1, 0 },
+        {"both",      {57, 200}, {600, 600}, 1,  1 },
+    };
+    for (const auto& c : cases) {
+        scrollTo(100, 200);
+        down(c.from);
+        const Selection start = sheet().selection;
+        move(c.to);
+        for (int count = 0; count < 3; ++count) {
+            const Selection former = sheet().selection;
+            tick();
+            const Selection& now = sheet().selection;
+            const int columns = now.cornerColumn - former.cornerColumn;
+            const int rows = now.cornerRow - former.cornerRow;
+            EXPECT_TRUE(c.columns == 0 ? columns == 0 : columns * c.columns >= 1) << c.behaviour;
+            EXPECT_TRUE(c.rows == 0 ? rows == 0 : rows * c.rows >= 1) << c.behaviour;
+            EXPECT_TRUE(now.range.contains(start.activeColumn, start.activeRow)) << c.behaviour;
+        }
+        up(c.to);
+    }
+}
+
+TEST_F(PenTest, goesOneRowUpForAPositionThatLostItsSign)
+{
+    scrollTo(0, 20);
+    down({57, 100});
+    ASSERT_EQ(session.selected(), "A25");
+    move({57, 65530});
+    EXPECT_EQ(session.selected(), "A20:A25 active A25");
+    EXPECT_EQ(sheet().topRow, 19);
+    tick();
+    EXPECT_EQ(session.selected(), "A19:A25 active A25");
+    move({57, 30001});
+    EXPECT_EQ(session.selected(), "A18:A25 active A25");
+    up({57, 30001});
+    EXPECT_EQ(session.selected(), "A18:A25 active A25");
+}
+
+TEST_F(PenTest, staysInTheSheet)
+{
+    for (const Point far : {
+             Point{2000000000,  100        },
+             Point{-2000000000, 100        },
+             Point{57,          -2000000000},
+             Point{57,          2000000000 },
+             Point{29000,       29000      }
+    }) {
+        for (const auto& [column, row] : {
+                 std::pair{0,   0    },
+                 std::pair{252, 16370}
+        }) {
+            scrollTo(column, row);
+            drag({
+                {57, 100},
+                far
+            });
+            const RangeRef& range = sheet().selection.range;
+            EXPECT_LE(range.firstColumn, range.lastColumn);
+            EXPECT_LE(range.firstRow, range.lastRow);
+            EXPECT_LE(range.lastColumn, LastColumn);
+            EXPECT_LE(range.lastRow, LastRow);
+        }
+    }
+    scrollTo(255, 16383);
+    tap({200, 200});
+    EXPECT_EQ(session.selected(), "IV16384") << "behind the sheet";
+}
+
+TEST_F(PenTest, wholeColumnsDoNotScrollDown)
+{
+    scrollTo(3, 50);
+    drag({
+        {57,  24 },
+        {57,  600},
+        {130, 600}
+    });
+    EXPECT_EQ(session.selected(), "D1:E16384 active D1");
+    EXPECT_EQ(sheet().topRow, 50);
+    scrollTo(3, 50);
+    drag({
+        {10,  56},
+        {-10, 56},
+        {600, 73}
+    });
+    EXPECT_EQ(session.selected(), "A52:IV53 active D52");
+    EXPECT_EQ(sheet().leftColumn, 3);
+    drag({57, 24}, {600, 24});
+    EXPECT_GT(sheet().leftColumn, 3) << "along the titles the view follows";
+}
+
+TEST_F(PenTest, isNotMovedByAViewThatScrollsUnderIt)
+{
+    down({220, 39});
+    EXPECT_EQ(session.selected(), "D1");
+    EXPECT_EQ(sheet().leftColumn, 1) << "D is shown as a whole";
+    tick();
+    move({221, 40});
+    tick();
+    EXPECT_EQ(session.selected(), "D1") << "though E lies under the pen now";
+    EXPECT_EQ(sheet().leftColumn, 1);
+    move({120, 39});
+    EXPECT_EQ(session.selected(), "C1:D1 active D1");
+    up({120, 39});
+    EXPECT_EQ(session.selected(), "C1:D1 active D1");
+}
+
+// --- Frozen columns and rows
+
+TEST_F(PenTest, doesNotScrollForATapOnWhatIsFrozen)
+{
+    freeze(0, 0, 2, 1);
+    scrollTo(5, 40);
+    tap({57, 39});
+    EXPECT_EQ(session.selected(), "A1");
+    tap({120, 56});
+    EXPECT_EQ(session.selected(), "B41");
+    tap({183, 39});
+    EXPECT_EQ(session.selected(), "F1");
+    tap({57, 24});
+    tap({10, 39});
+    EXPECT_EQ(sheet().leftColumn, 5);
+    EXPECT_EQ(sheet().topRow, 40);
+    drag({57, 39}, {120, 39});
+    EXPECT_EQ(session.selected(), "A1:B1 active A1");
+    EXPECT_EQ(sheet().leftColumn, 5);
+    EXPECT_EQ(sheet().topRow, 40);
+}
+
+TEST_F(PenTest, dragsOverTheFrozenBorder)
+{
+    freeze(0, 0, 2, 1);
+    scrollTo(5, 40);
+    drag({57, 39}, {183, 56});
+    EXPECT_EQ(session.selected(), "A1:F41 active A1");
+    EXPECT_EQ(sheet().leftColumn, 5);
+    EXPECT_EQ(sheet().topRow, 40);
+    drag({183, 56}, {57, 39});
+    EXPECT_EQ(session.selected(), "A1:F41 active F41");
+    EXPECT_EQ(sheet().leftColumn, 2) << "all that is selected comes into view";
+    EXPECT_EQ(sheet().topRow, 1);
+}
+
+// --- While a cell is edited
+
+TEST_F(PenTest, commitsBeforeItSelects)
+{
+    session.type(u"12");
+    tap({120, 56});
+    EXPECT_EQ(session.editor(), "ready");
+    EXPECT_EQ(session.input(u"A1"), "12");
+    EXPECT_EQ(session.selected(), "B2");
+    session.type(u"13");
+    tap({120, 24});
+    EXPECT_EQ(session.input(u"B2"), "13");
+    EXPECT_EQ(session.selected(), "B1:B16384 active B2");
+    session.type(u"14");
+    drag({89, 24}, {99, 24});
+    EXPECT_EQ(session.input(u"B2"), "14");
+    EXPECT_EQ(pixels(0), 73) << "an edge is no reason to lose the text either";
+}
+
+TEST_F(PenTest, isIgnoredWhereTheTextCannotBeCommitted)
+{
+    for (const Point at : {
+             Point{120, 56},
+             Point{120, 24},
+             Point{10,  56},
+             Point{5,   20},
+             Point{89,  24},
+             Point{89,  48}
+    }) {
+        session.select(u"A1");
+        session.type(u"=1+)");
+        down(at);
+        EXPECT_EQ(session.boxes().size(), 1U);
+        EXPECT_EQ(session.editor(), "editing =1+)|");
+        EXPECT_FALSE(pen().penDown) << "its going up went to the box";
+        move({183, 90});
+        tick();
+        up({183, 90});
+        EXPECT_EQ(session.selected(), "A1");
+        EXPECT_EQ(pixels(0), 63);
+        doubleTap(at.x, at.y);
+        EXPECT_EQ(session.editor(), "editing =1+)|");
+        EXPECT_EQ(session.boxes().size(), 0U) << "once is enough";
+        cancelEdit();
+    }
+    EXPECT_EQ(steps(), 0);
+}
+
+TEST_F(PenTest, opensTheEditorByATapIntoIt)
+{
+    session.put(u"A1", u"abc");
+    session.endMessage();
+    drag({150, 8}, {180, 100});
+    EXPECT_EQ(session.editor().substr(0, 7), "editing");
+    EXPECT_EQ(session.selected(), "A1");
+    tap({120, 56});
+    EXPECT_EQ(session.editor(), "ready");
+    session.select(u"A1");
+    session.sheet().protectedSheet = true;
+    down({150, 8});
+    EXPECT_EQ(session.editor(), "ready");
+    EXPECT_EQ(session.boxes(), std::vector<std::string>{"Locked cell"});
+    EXPECT_FALSE(pen().penDown);
+}
+
+TEST_F(PenTest, points)
+{
+    session.type(u"=1+");
+    tap({120, 56});
+    EXPECT_EQ(session.editor(), "pointing =1+B2|");
+    tap({183, 73});
+    EXPECT_EQ(session.editor(), "pointing =1+C3|") << "another tap takes its place";
+    drag({57, 39}, {183, 73});
+    EXPECT_EQ(session.editor(), "pointing =1+A1:C3|");
+    tap({120, 90}, Shift);
+    EXPECT_EQ(session.editor(), "pointing =1+A1:B4|");
+    tap({120, 24});
+    EXPECT_EQ(session.editor(), "pointing =1+B1:B16384|");
+    drag({10, 39}, {10, 56});
+    EXPECT_EQ(session.editor(), "pointing =1+A1:IV2|");
+    tap({5, 20});
+    EXPECT_EQ(session.editor(), "pointing =1+A1:IV16384|");
+    EXPECT_EQ(session.selected(), "A1") << "what is selected stays";
+    tap({89, 48});
+    EXPECT_EQ(session.editor(), "pointing =1+B2|") << "there is no handle";
+    drag({89, 24}, {99, 24});
+    EXPECT_EQ(pixels(0), 73) << "there are edges";
+    EXPECT_EQ(session.editor(), "pointing =1+B2|");
+    tap({150, 8});
+    EXPECT_EQ(session.editor(), "editing =1+B2|") << "a tap into the editor ends it";
+}
+
+TEST_F(PenTest, pointsOnOtherSheets)
+{
+    session.type(u"=");
+    ASSERT_TRUE(yieldToGrid());
+    workbook->setCurrentSheet(workbook->sheetAt(1));
+    session.endMessage();
+    drag({57, 39}, {120, 56});
+    EXPECT_EQ(session.editor(), "pointing ='Sheet2'!A1:B2|");
+    EXPECT_EQ(workbook->sheetAt(1)->selection.range, RangeRef()) << "its own selection stays";
+    session.key(KeyEnter);
+    EXPECT_EQ(workbook->currentSheet, workbook->sheetAt(0));
+}
+
+// --- Edges
+
+TEST_F(PenTest, dragsTheEdgeOfAColumn)
+{
+    const struct {
+        const char* behaviour;
+        int zoom;
+        int from, to;
+        int pixels;
+    } cases[] = {
+        {"to the right",                 100, 89,  99,  73 },
+        {"to the left",                  100, 89,  79,  53 },
+        {"taken from beside",            100, 93,  103, 73 },
+        {"from the other side",          100, 85,  95,  73 },
+        {"to one pixel",                 100, 89,  27,  1  },
+        {"to nothing",                   100, 89,  26,  0  },
+        {"to less than nothing",         100, 89,  -90, 0  },
+        {"out of the window",            100, 89,  389, 363},
+        {"at half the size",             50,  44,  54,  83 },
+        {"at half the size, to nothing", 50,  44,  13,  0  },
+        {"at twice the size",            200, 178, 198, 73 },
+        {"at 90 percent, to nothing",    90,  79,  23,  0  },
+    };
+    for (const auto& c : cases) {
+        session.sheet().zoom = c.zoom;
+        drag({
+            {c.from,     20 },
+            {c.from + 1, 20 },
+            {c.to,       200}
+        });
+        EXPECT_EQ(pixels(0), c.pixels) << c.behaviour;
+        EXPECT_EQ(sheet().columns.columnHidden(0), c.pixels == 0) << c.behaviour;
+        EXPECT_EQ(undoLabel(), u"Column Width") << c.behaviour;
+        undo();
+        EXPECT_EQ(pixels(0), 63) << c.behaviour;
+        redo();
+        EXPECT_EQ(pixels(0), c.pixels) << c.behaviour;
+        undo();
+        EXPECT_EQ(session.selected(), "A1") << c.behaviour;
+    }
+}
+
+TEST_F(PenTest, dragsTheEdgeOfARow)
+{
+    const struct {
+        const char* behaviour;
+        int zoom;
+        int from, to;
+        int pixels;
+    } cases[] = {
+        {"down",                     100, 48, 58,    27 },
+        {"up",                       100, 48, 38,    7  },
+        {"taken from beside",        100, 51, 61,    27 },
+        {"to one pixel",             100, 48, 32,    1  },
+        {"to nothing",               100, 48, 31,    0  },
+        {"to less than nothing",     100, 48, -9,    0  },
+        {"above what lost its sign", 100, 48, 65535, 0  },
+        {"out of the window",        100, 48, 348,   317},
+        {"at half the size",         50,  32, 42,    37 },
+        {"at twice the size",        200, 79, 99,    27 },
+    };
+    for (const auto& c : cases) {
+        session.sheet().zoom = c.zoom;
+        drag({
+            {5,   c.from    },
+            {5,   c.from + 1},
+            {200, c.to      }
+        });
+        EXPECT_EQ(sheet().rowPixels(0), c.pixels) << c.behaviour;
+        EXPECT_EQ(sheet().rowHidden(0), c.pixels == 0) << c.behaviour;
+        if (c.pixels != 0) {
+            EXPECT_EQ(sheet().rowHeight(0), c.pixels * 15) << c.behaviour;
+            EXPECT_TRUE(sheet().rowHasCustomHeight(0)) << c.behaviour;
+        }
+        EXPECT_EQ(undoLabel(), u"Row Height") << c.behaviour;
+        undo();
+        EXPECT_EQ(sheet().rowPixels(0), 17) << c.behaviour;
+        redo();
+        EXPECT_EQ(sheet().rowPixels(0), c.pixels) << c.behaviour;
+        undo();
+    }
+}
+
+TEST_F(PenTest, changesNothingByADragOfNothing)
+{
+    const struct {
+        const char* behaviour;
+        int zoom;
+        Points points;
+    } cases[] = {
+        {"a tap",                  100, {{89, 24}}                     },
+        {"from beside",            100, {{93, 24}}                     },
+        {"there and back",         100, {{89, 24}, {150, 24}, {89, 24}}},
+        {"a row",                  100, {{10, 47}, {10, 90}, {90, 47}} },
+        {"less than a pixel",      300, {{267, 24}, {269, 24}}         },
+        {"less than a pixel back", 300, {{267, 24}, {265, 24}}         },
+        {"less than a pixel down", 300, {{10, 110}, {10, 112}}         },
+    };
+    widen(400);
+    for (const auto& c : cases) {
+        session.sheet().zoom = c.zoom;
+        drag(c.points);
+        EXPECT_EQ(steps(), 0) << c.behaviour;
+        EXPECT_FALSE(workbook->modified) << c.behaviour;
+        EXPECT_EQ(session.selected(), "A1") << c.behaviour;
+    }
+}
+
+TEST_F(PenTest, takesTheLineOfAnEdgeAlong)
+{
+    down({92, 24});
+    EXPECT_EQ(pen().resized, 0);
+    EXPECT_EQ(pen().resizeAt, 89) << "it begins where the edge is";
+    move({102, 24});
+    EXPECT_EQ(pen().resizeAt, 99);
+    EXPECT_EQ(pen().resizeStart, 89);
+    EXPECT_EQ(pixels(0), 63) << "nothing changes before the end";
+    tick();
+    EXPECT_EQ(pen().resizeAt, 99);
+    move({-100, 24});
+    EXPECT_EQ(pen().resizeAt, 26) << "and no further than where the column begins";
+    penLost();
+    EXPECT_EQ(steps(), 0);
+    up({-100, 24});
+    EXPECT_EQ(steps(), 0);
+}
+
+TEST_F(PenTest, resizesAllOfASelectionOfWholeColumns)
+{
+    session.app.repaintHints = 0;
+    session.select(u"A1", u"B16384");
+    drag({152, 24}, {162, 24});
+    EXPECT_EQ(pixels(0), 73);
+    EXPECT_EQ(pixels(1), 73);
+    EXPECT_EQ(pixels(2), 63);
+    EXPECT_EQ(steps(), 1);
+    undo();
+    session.select(u"A1", u"B9");
+    drag({152, 24}, {162, 24});
+    EXPECT_EQ(pixels(0), 63) << "a part of them is not enough";
+    EXPECT_EQ(pixels(1), 73);
+    undo();
+    session.select(u"B1", u"C16384");
+    drag({89, 24}, {99, 24});
+    EXPECT_EQ(pixels(0), 73) << "and one outside stands alone";
+    EXPECT_EQ(pixels(1), 63);
+    session.select(u"A1", u"IV2");
+    drag({10, 65}, {10, 75});
+    EXPECT_EQ(sheet().rowPixels(0), 27);
+    EXPECT_EQ(sheet().rowPixels(1), 27);
+    EXPECT_EQ(sheet().rowPixels(2), 17);
+}
+
+TEST_F(PenTest, neverHidesTheWholeSheet)
+{
+    tap({5, 20});
+    drag({89, 24}, {20, 24});
+    drag({10, 48}, {10, 20});
+    EXPECT_EQ(steps(), 0);
+    EXPECT_EQ(pixels(0), 63);
+    drag({89, 24}, {99, 24});
+    EXPECT_EQ(pixels(0), 73);
+    EXPECT_EQ(pixels(255), 73);
+}
+
+TEST_F(PenTest, leavesSelectionAndViewAsTheyAre)
+{
+    widen(600);
+    session.select(u"C5", u"B2");
+    scrollTo(5, 100);
+    drag({89, 24}, {99, 24});
+    EXPECT_EQ(pixels(5), 73);
+    drag({10, 48}, {10, 58});
+    EXPECT_EQ(session.selected(), "B2:C5 active C5");
+    EXPECT_EQ(sheet().leftColumn, 5);
+    EXPECT_EQ(sheet().topRow, 100);
+}
+
+TEST_F(PenTest, drawsHiddenOnesOpen)
+{
+    session.sheet().columns.setColumnHidden(1, 2, true);
+    drag({90, 24}, {70, 24});
+    drag({90, 24}, {90, 24});
+    EXPECT_EQ(steps(), 0) << "it is hidden already";
+    drag({90, 24}, {110, 24});
+    EXPECT_EQ(pixels(2), 20);
+    EXPECT_EQ(pixels(1), 0);
+    EXPECT_EQ(pixels(0), 63);
+    undo();
+    EXPECT_EQ(pixels(2), 0);
+    drag({88, 24}, {98, 24});
+    EXPECT_EQ(pixels(0), 73) << "from the left it is the one that is seen";
+    EXPECT_EQ(pixels(2), 0);
+    session.sheet().setRowHidden(1, true);
+    drag({10, 49}, {10, 69});
+    EXPECT_EQ(sheet().rowPixels(1), 20);
+    EXPECT_EQ(sheet().rowPixels(0), 17);
+}
+
+TEST_F(PenTest, showsWhatWasDrawnOpenBeforeTheView)
+{
+    session.sheet().columns.setColumnHidden(0, 0, true);
+    session.sheet().setRowHidden(0, true);
+    scrollTo(1, 1);
+    drag({27, 24}, {57, 24});
+    EXPECT_EQ(pixels(0), 30);
+    EXPECT_EQ(sheet().leftColumn, 0);
+    EXPECT_EQ(sheet().topRow, 1);
+    drag({10, 32}, {10, 52});
+    EXPECT_EQ(sheet().rowPixels(0), 20);
+    EXPECT_EQ(sheet().topRow, 0);
+}
+
+TEST_F(PenTest, resizesFrozenOnes)
+{
+    freeze(0, 0, 2, 1);
+    scrollTo(5, 40);
+    drag({154, 24}, {164, 24});
+    EXPECT_EQ(pixels(1), 73);
+    drag({10, 65}, {10, 75});
+    EXPECT_EQ(sheet().rowPixels(40), 27) << "behind the frozen row the scrolled ones go on";
+    EXPECT_EQ(sheet().leftColumn, 5);
+    EXPECT_EQ(sheet().topRow, 40);
+}
+
+TEST_F(PenTest, makesNothingLargerThanItCanBe)
+{
+    session.sheet().zoom = 10;
+    drag({8, 17}, {30000, 17});
+    EXPECT_EQ(sheet().columns.columnWidth(0), widthOfCharacters(MostCharacters));
+    undo();
+    drag({1, 19}, {1, 30000});
+    EXPECT_EQ(sheet().rowHeight(0), GreatestRowHeight);
+}
+
+// --- Filling
+
+TEST_F(PenTest, growsAlongOneAxisForAFill)
+{
+    widen(500);
+    const struct {
+        const char* behaviour;
+        std::u16string_view first, second;
+        Points points;
+        const char* selected;
+    } cases[] = {
+        {"to the right",          u"A1", u"A1", {{89, 48}, {120, 40}},               "A1:B1 active A1"},
+        {"down",                  u"A1", u"A1", {{89, 48}, {57, 100}},               "A1:A5 active A1"},
+        {"right before down",     u"A1", u"A1", {{89, 48}, {183, 100}},              "A1:C1 active A1"},
+        {"down after right",      u"A1", u"A1", {{89, 48}, {183, 40}, {57, 60}},     "A1:A2 active A1"},
+        {"and back",              u"A1", u"A1", {{89, 48}, {183, 40}, {57, 40}},     "A1"             },
+        {"a tap on it",           u"A1", u"A1", {{91, 50}},                          "A1"             },
+        {"a range",               u"B2", u"C3", {{215, 82}, {300, 120}},             "B2:E3 active B2"},
+        {"down, right kept",      u"B2", u"C3", {{215, 82}, {300, 120}, {150, 120}}, "B2:C6 active B2"},
+        {"left of it too",        u"B2", u"C3", {{215, 82}, {57, 120}},              "B2:C6 active B2"},
+        {"not inside",            u"B2", u"C3", {{215, 82}, {150, 120}, {183, 73}},  "B2:C6 active B2"},
+        {"nor left of it",        u"B2", u"C3", {{215, 82}, {57, 56}},               "B2:C3 active B2"},
+        {"nor above it",          u"B2", u"C3", {{215, 82}, {150, 39}},              "B2:C3 active B2"},
+        {"but on its first cell", u"B2", u"C3", {{215, 82}, {150, 120}, {120, 56}},  "B2"             },
+        {"and on",                u"B2", u"C3", {{215, 82}, {120, 56}, {300, 56}},   "B2:E3 active B2"},
+        {"the active cell stays", u"C3", u"B2", {{215, 82}, {300, 120}},             "B2:E3 active C3"},
+        {"into the titles",       u"A1", u"A1", {{89, 48}, {183, 20}},               "A1:C1 active A1"},
+    };
+    for (const auto& c : cases) {
+        session.select(c.first, c.second);
+        drag(c.points);
+        EXPECT_EQ(session.selected(), c.selected) << c.behaviour;
+    }
+    tap({120, 39}, Shift);
+    EXPECT_EQ(session.selected(), "A1:B1 active A1") << "what it leaves can be extended";
+}
+
+TEST_F(PenTest, waitsUntilTheHandleIsLeft)
+{
+    down({91, 50}); // which is over B2
+    tick();
+    move({90, 49});
+    tick();
+    EXPECT_EQ(session.selected(), "A1");
+    move({100, 49});
+    EXPECT_EQ(session.selected(), "A1:B1 active A1");
+    up({100, 49});
+    EXPECT_EQ(session.selected(), "A1:B1 active A1");
+}
+
+TEST_F(PenTest, scrollsWhileItFills)
+{
+    down({89, 48});
+    move({57, 320});
+    const int row = sheet().selection.range.lastRow;
+    tick();
+    EXPECT_GT(sheet().selection.range.lastRow, row);
+    EXPECT_GT(sheet().topRow, 0);
+    EXPECT_EQ(sheet().leftColumn, 0);
+    move({230, 320});
+    const int column = sheet().selection.range.lastColumn;
+    tick();
+    EXPECT_GT(sheet().selection.range.lastColumn, column);
+    EXPECT_EQ(sheet().selection.range.lastRow, 0);
+    for (int count = 0; count < 300; ++count)
+        tick();
+    EXPECT_EQ(session.selected(), "A1:IV1 active A1");
+    up({230, 320});
+}
+
+// --- Fingers
+
+TEST_F(PenTest, takesAFingersTapForWhatItMeant)
+{
+    finger({80, 24});
+    EXPECT_EQ(session.selected(), "A1:A16384 active A1") << "beside the edge lies the title";
+    finger({80, 24}, {82, 25});
+    EXPECT_EQ(pixels(0), 63) << "it may tremble";
+    finger({80, 24}, {90, 24});
+    EXPECT_EQ(pixels(0), 73) << "but a drag is meant for the edge";
+    undo();
+    session.select(u"A1");
+    finger({97, 50});
+    EXPECT_EQ(session.selected(), "B2") << "beside the handle lies the cell";
+    session.select(u"A1");
+    finger({97, 50}, {120, 40});
+    EXPECT_EQ(session.selected(), "A1:B1 active A1");
+    session.select(u"A1");
+    finger({89, 48});
+    EXPECT_EQ(session.selected(), "A1") << "on the handle nothing else is meant";
+    down({97, 50}, Plain, Pointer::Finger);
+    tick();
+    tick();
+    up({97, 50});
+    EXPECT_EQ(session.selected(), "B2") << "however long it rests";
+}
+
+// --- Tasks and double taps
+
+TEST_F(PenTest, fitsAColumnByADoubleTapOnItsEdge)
+{
+    session.put(u"A1", u"a text that is wider than the column is");
+    session.put(u"B1", u"x");
+    clearUndo();
+    const int before = pixels(0);
+    tapTwice({91, 24});
+    EXPECT_GT(pixels(0), before);
+    EXPECT_EQ(undoLabel(), u"Column Width");
+    EXPECT_EQ(steps(), 1);
+    undo();
+    EXPECT_EQ(pixels(0), before);
+    session.select(u"A1", u"B16384");
+    tapTwice({89, 24});
+    EXPECT_GT(pixels(0), before);
+    EXPECT_LT(pixels(1), before) << "all that is selected";
+}
+
+TEST_F(PenTest, fitsARowByADoubleTapOnItsEdge)
+{
+    session.put(u"A1", u"x");
+    session.sheet().setRowHeight(0, 900, true);
+    clearUndo();
+    tapTwice({10, 91 + 3});
+    EXPECT_LT(sheet().rowPixels(0), 60);
+    EXPECT_EQ(undoLabel(), u"Row Height");
+    undo();
+    EXPECT_EQ(sheet().rowPixels(0), 60);
+    clearUndo();
+    session.sheet().protectedSheet = true;
+    tapTwice({10, 91});
+    tapTwice({89, 24});
+    EXPECT_EQ(steps(), 0);
+}
+
+TEST_F(PenTest, opensTheEditorOfACellByADoubleTap)
+{
+    session.put(u"B2", u"abc");
+    tapTwice({120, 56});
+    EXPECT_EQ(session.editor(), "ready") << "the formula bar is there";
+    session.app.formulaBarVisible = false;
+    session.endMessage();
+    tapTwice({120, 39});
+    EXPECT_EQ(session.selected(), "B2");
+    EXPECT_EQ(session.editor(), "editing [abc]");
+    doubleTap(120, 39);
+    EXPECT_EQ(session.editor(), "editing [abc]");
+    session.key(KeyEscape);
+    for (const Point title : {
+             Point{120, 7 },
+             Point{10,  39},
+             Point{5,   5 }
+    }) {
+        tapTwice(title);
+        EXPECT_EQ(session.editor(), "ready") << "titles have no text";
+    }
+}
+
+TEST_F(PenTest, keepsToProtectionInADoubleTap)
+{
+    session.put(u"B2", u"=1+2");
+    session.app.formulaBarVisible = false;
+    session.sheet().protectedSheet = true;
+    tapTwice({120, 39});
+    EXPECT_EQ(session.editor(), "ready");
+    EXPECT_EQ(session.boxes(), std::vector<std::string>{"Locked cell"});
+    session.protect(u"B2", false, true);
+    tapTwice({120, 39});
+    EXPECT_EQ(session.editor(), "editing |") << "the formula is hidden";
+    cancelEdit();
+    session.app.formulaBarVisible = true;
+    session.protect(u"B2", true);
+    tapTwice({120, 56});
+    EXPECT_EQ(session.boxes().size(), 0U) << "with the bar nobody wanted to edit";
+}
+
+TEST_F(PenTest, letsTheTaskOfACellHaveItsDoubleTap)
+{
+    session.app.formulaBarVisible = false;
+    addTask(u"B2:C3");
+    tapTwice({120, 39});
+    EXPECT_EQ(session.selected(), "B2");
+    EXPECT_EQ(session.editor(), "ready");
+    tapTwice({57, 39});
+    EXPECT_EQ(session.editor(), "editing |");
+    session.type(u"=");
+    tapTwice({120, 56});
+    EXPECT_EQ(session.editor(), "pointing =B3|") << "pointing goes on";
+}
+
+// --- What ends a drag
+
+TEST_F(PenTest, doesNothingWhileItIsUp)
+{
+    move({120, 56});
+    tick();
+    up({120, 56});
+    EXPECT_EQ(session.selected(), "A1");
+    EXPECT_FALSE(pen().penDown);
+    tap({120, 56});
+    move({183, 90});
+    tick();
+    up({183, 90});
+    EXPECT_EQ(session.selected(), "B2");
+    doubleTap(120, 56);
+    move({183, 90});
+    up({183, 90});
+    EXPECT_EQ(session.selected(), "B2") << "a double tap begins nothing";
+}
+
+TEST_F(PenTest, beginsAnewIfItsGoingUpWasLost)
+{
+    down({89, 24});
+    move({99, 24});
+    down({120, 56});
+    EXPECT_EQ(pen().dragMode, DragSelect);
+    up({120, 56});
+    EXPECT_EQ(pixels(0), 63);
+    EXPECT_EQ(session.selected(), "B2");
+}
+
+TEST_F(PenTest, movesToWhereItGoesUp)
+{
+    down({57, 39});
+    up({120, 56});
+    EXPECT_EQ(session.selected(), "A1:B2 active A1");
+    down({89, 24});
+    up({99, 24});
+    EXPECT_EQ(pixels(0), 73);
+}
+
+TEST_F(PenTest, endsWithWhatItWasAbout)
+{
+    down({89, 24});
+    move({99, 24});
+    workbook->setCurrentSheet(workbook->sheetAt(1));
+    up({99, 24});
+    EXPECT_EQ(pixels(0), 63) << "another sheet";
+    EXPECT_EQ(steps(), 0);
+
+    down({57, 39});
+    workbook->setCurrentSheet(workbook->sheetAt(0));
+    move({183, 90});
+    EXPECT_EQ(session.selected(), "A1");
+    EXPECT_FALSE(pen().penDown);
+
+    session.type(u"=");
+    down({120, 56});
+    EXPECT_EQ(session.editor(), "pointing =B2|");
+    session.key(KeyEscape);
+    move({183, 90});
+    EXPECT_EQ(session.selected(), "A1") << "what was dragged was pointed at";
+    up({183, 90});
+}
+
+TEST_F(PenTest, endsWithTheDocument)
+{
+    down({89, 24});
+    move({99, 24});
+    session.app.newWorkbook();
+    EXPECT_FALSE(pen().penDown);
+    move({120, 24});
+    up({120, 24});
+    EXPECT_EQ(pixels(0), 63);
+    EXPECT_EQ(steps(), 0);
+    down({57, 39});
+    session.app.close();
+    penMove(120, 56);
+    penTimer();
+    penUp(120, 56);
+    doubleTap(120, 56);
+    penDown(120, 56);
+    penMove(57, 39);
+    penUp(57, 39);
+    EXPECT_FALSE(pen().penDown);
+}
+
+// --- Anything at all
+
+void checkState(const Session& session)
+{
+    for (const Sheet* sheet : workbook->sheets) {
+        const Selection& selection = sheet->selection;
+        const RangeRef& range = selection.range;
+        ASSERT_LE(range.firstColumn, range.lastColumn);
+        ASSERT_LE(range.firstRow, range.lastRow);
+        ASSERT_LE(range.lastColumn, LastColumn);
+        ASSERT_LE(range.lastRow, LastRow);
+        ASSERT_TRUE(range.contains(selection.activeColumn, selection.activeRow));
+        ASSERT_TRUE(range.contains(selection.anchorColumn, selection.anchorRow));
+        ASSERT_TRUE(range.contains(selection.cornerColumn, selection.cornerRow));
+        ASSERT_TRUE(sheet->leftColumn >= 0 && sheet->leftColumn <= LastColumn);
+        ASSERT_TRUE(sheet->topRow >= 0 && sheet->topRow <= LastRow);
+    }
+    const RangeRef& pointed = session.app.pointSelection.range;
+    ASSERT_LE(pointed.firstColumn, pointed.lastColumn);
+    ASSERT_LE(pointed.firstRow, pointed.lastRow);
+    ASSERT_LE(pointed.lastColumn, LastColumn);
+    ASSERT_LE(pointed.lastRow, LastRow);
+}
+
+class RandomHand {
+public:
+    RandomHand(Session& session, unsigned seed) : session_(session), dice_(seed) {}
+
+    void act()
+    {
+        if (dice_.oneIn(12))
+            disturb();
+        else
+            usePen();
+        session_.endMessage();
+        application->repaintHints = 0;
+    }
+
+private:
+    int position(int length)
+    {
+        if (dice_.oneIn(40))
+            return dice_.below(70000) - 35000;
+        return dice_.oneIn(6) ? dice_.below(3 * length) - length : dice_.below(length);
+    }
+    void usePen()
+    {
+        const Rect& client = session_.app.clientArea;
+        const int x = position(client.right);
+        const int y = position(dice_.oneIn(4) ? 60 : client.bottom);
+        const auto pointer = dice_.oneIn(3) ? Pointer::Finger : Pointer::Pen;
+        switch (dice_.below(8)) {
+        case 0:
+        case 1:
+            return penDown(x, y, {.shift = dice_.oneIn(4)}, pointer);
+        case 2:
+        case 3:
+        case 4:
+            return penMove(x, y);
+        case 5:
+            return penUp(x, y);
+        case 6:
+            return penTimer();
+        default:
+            pointerShapeAt(x, y);
+            return dice_.oneIn(3) ? doubleTap(x, y) : penTimer();
+        }
+    }
+    void disturb()
+    {
+        static constexpr std::u16string_view texts[] = {u"=1+", u"12", u"=)", u"=Sum("};
+        static constexpr int sizes[][2] = {
+            {240, 320},
+            {1,   1  },
+            {800, 600},
+            {60,  60 }
+        };
+        Sheet& sheet = session_.sheet();
+        switch (dice_.below(13)) {
+        case 0:
+            return session_.type(texts[dice_.below(4)]);
+        case 1:
+            return cancelEdit();
+        case 2:
+            return onCommand(dice_.oneIn(2) ? CommandUndo : CommandRedo);
+        case 3:
+            return onCommand(CommandFreezeTitles);
+        case 4:
+            return onCommand(dice_.oneIn(2) ? CommandHideColumns : CommandHideRows);
+        case 5:
+            return onCommand(dice_.oneIn(2) ? CommandShowColumns : CommandShowRows);
+        case 6:
+            sheet.zoom = 10 + dice_.below(291);
+            return;
+        case 7:
+            sheet.protectedSheet = dice_.oneIn(3);
+            return;
+        case 8: {
+            const int size = dice_.below(4);
+            return session_.app.resize({0, 0, sizes[size][0], sizes[size][1]});
+        }
+        case 9:
+            session_.app.formulaBarVisible = dice_.oneIn(2);
+            return;
+        case 10:
+            return setFullScreen(dice_.oneIn(4));
+        case 11:
+            if (yieldToGrid())
+                workbook->setCurrentSheet(workbook->sheetAt(dice_.below(3)));
+            return;
+        default:
+            if (dice_.oneIn(20))
+                session_.app.newWorkbook();
+            return;
+        }
+    }
+
+    Session& session_;
+    Dice dice_;
+};
+
+TEST(Pen, survivesAnyHand)
+{
+    for (unsigned seed = 1; seed <= 4; ++seed) {
+        Session session;
+        RandomHand hand(session, seed);
+        for (int count = 0; count < 1500; ++count) {
+            hand.act();
+            checkState(session);
+            if (testing::Test::HasFatalFailure())
+                FAIL() << "seed " << seed << ", act " << count;
+        }
+    }
+}
+
+} // namespace
+} // namespace vorn
