@@ -7,6 +7,7 @@
 #include "shell/cursor.h"
 #include "shell/pen.h"
 
+#include <string>
 #include <vector>
 
 namespace vorn::cli {
@@ -40,14 +41,21 @@ bool readPoints(std::u16string_view text, std::vector<Point>& out)
     return true;
 }
 
+// A pen goes down in the window, or the window never learns of it.
+bool isInWindow(Script& script, Point at)
+{
+    return script.app.clientArea.contains(at.x, at.y) ||
+           script.fail("outside of the window: '" + std::to_string(at.x) + ' ' +
+                       std::to_string(at.y) + '\'');
+}
+
 bool readTap(Script& script, std::u16string_view argument, Point& out)
 {
     std::vector<Point> points;
     if (!readPoints(argument, points) || points.size() != 1)
         return script.fail("no place: '" + toUtf8(argument) + '\'');
     out = points.front();
-    return script.app.clientArea.contains(out.x, out.y) ||
-           script.fail("outside of the window: '" + toUtf8(argument) + '\'');
+    return isInWindow(script, out);
 }
 
 // Down, moves and up are messages of their own.
@@ -109,8 +117,8 @@ bool dragVerb(Script& script, std::u16string_view argument)
     if (!readPoints(argument, points) || points.size() < 2)
         return script.fail("no places: '" + toUtf8(argument) + '\'');
     const Point start = points.front();
-    if (!script.app.clientArea.contains(start.x, start.y))
-        return script.fail("outside of the window: '" + toUtf8(argument) + '\'');
+    if (!isInWindow(script, start))
+        return false;
     penDown(start.x, start.y);
     for (const Point& point : points) {
         endMessage(script);

@@ -173,8 +173,8 @@ void pressGrid(Point at, KeyModifiers modifiers)
     if (!yieldToGrid() || !pen().penDown)
         return endDrag();
     const Place place = placeAt(at.x, at.y, pen().pointer);
-    beginDrag(place, at, modifiers);
     pen().besideTarget = place != placeAt(at.x, at.y);
+    beginDrag(place, at, modifiers);
     if (pen().besideTarget)
         pen().home = {at.x - FingerTremble, at.y - FingerTremble, at.x + FingerTremble + 1,
                       at.y + FingerTremble + 1};

@@ -288,6 +288,40 @@ TEST(Program, tellsWhereAScriptStops)
     }
 }
 
+TEST(Program, stopsAScriptWhosePenHitsNothing)
+{
+    const TempFolder folder;
+    const struct {
+        const char* script;
+        const char* reason;
+    } cases[] = {
+        {"tap 10",                               "no place: '10'"                              },
+        {"tap",                                  "no place: ''"                                },
+        {"tap 10 20 30 40",                      "no place: '10 20 30 40'"                     },
+        {"tap 10 x",                             "no place: '10 x'"                            },
+        {"tap 10 1e2",                           "no place: '10 1e2'"                          },
+        {"doubletap 10 ",                        "no place: '10 '"                             },
+        {"tap 240 0",                            "outside of the window: '240 0'"              },
+        {"doubletap 0 -1",                       "outside of the window: '0 -1'"               },
+        {"drag 10 20",                           "no places: '10 20'"                          },
+        {"drag 10 20 30",                        "no places: '10 20 30'"                       },
+        {"drag -1 20 30 40",                     "outside of the window: '-1 20'"              },
+        {"tapcell A1:B2",                        "no cell: 'A1:B2'"                            },
+        {"tapcell x",                            "no cell: 'x'"                                },
+        {"tapcell A18",                          "not in view: 'A18'"                          },
+        {"tapcell Sheet2!A1",                    "not in view: 'Sheet2!A1'"                    },
+        {"select B1\ncommand 40054\ntapcell B1", "not in view: 'B1'"                           },
+        {"filterbutton A1",                      "this verb does not exist yet: 'filterbutton'"},
+    };
+    for (const auto& c : cases) {
+        folder.write("s.txt", c.script);
+        const Outcome outcome = runProgram(folder, "script s.txt");
+        EXPECT_EQ(outcome.status, 2) << c.script;
+        EXPECT_TRUE(outcome.errors.ends_with(std::string(": ") + c.reason + '\n'))
+            << c.script << ": " << outcome.errors;
+    }
+}
+
 TEST(Program, readsScriptsFromAnywhere)
 {
     const TempFolder folder;
