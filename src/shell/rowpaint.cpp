@@ -42,10 +42,24 @@ int PaneColumns::next(int column) const
 
 // --- The row and its styles
 
+namespace {
+
+// Where the first row stands, or would stand if the pane went on to the edge of the sheet.
+int topOfSheet(const GridAxis& rows, const Pane& pane)
+{
+    int top = pane.rect.top;
+    for (int row = 0; row < pane.range.firstRow; ++row)
+        top -= rows.pixels(row);
+    return top;
+}
+
+} // namespace
+
 RowPainter::RowPainter(Canvas& canvas, const GridView& view, const Pane& pane, const Rect& seen)
     : canvas_(canvas), sheet_(view.rows.sheet()), rows_(view.rows), seen_(seen),
       columns_(view.columns, pane, seen), texts_(canvas, sheet_, seen),
-      lastRowOfPane_(shownRowBefore(pane.range.lastRow + 1))
+      lastRowOfPane_(shownRowBefore(pane.range.lastRow + 1)),
+      swapsDots_((columns_.left(0) + topOfSheet(rows_, pane)) % 2 != 0)
 {
     gridlineTops_.fill(NoLine);
 }
@@ -136,6 +150,16 @@ void RowPainter::paintFills()
     }
 }
 
+// The dots belong to the sheet and not to the window, so that they still meet those that were moved
+// along with it.
+void RowPainter::paintGridline(const Rect& line)
+{
+    if (swapsDots_)
+        canvas_.fillPattern(line, ColourWhite, ColourGridline);
+    else
+        canvas_.fillPattern(line, ColourGridline, ColourWhite);
+}
+
 void RowPainter::paintLowerGridlines()
 {
     int start = columns_.first();
@@ -145,9 +169,7 @@ void RowPainter::paintLowerGridlines()
         if (!filled && next <= columns_.last() && !isFilled(styles_[next]))
             continue;
         if (!filled)
-            canvas_.fillPattern(
-                {columns_.left(start), bottom_ - 1, columns_.right(column), bottom_},
-                ColourGridline, ColourWhite);
+            paintGridline({columns_.left(start), bottom_ - 1, columns_.right(column), bottom_});
         start = next;
     }
 }
@@ -169,7 +191,7 @@ void RowPainter::endRightGridline(int column, int bottom)
     int& lineTop = gridlineTops_[static_cast<std::size_t>(column)];
     const int right = columns_.right(column);
     if (lineTop != NoLine)
-        canvas_.fillPattern({right - 1, lineTop, right, bottom}, ColourGridline, ColourWhite);
+        paintGridline({right - 1, lineTop, right, bottom});
     lineTop = NoLine;
 }
 

@@ -76,6 +76,7 @@ private:
     int shownRowBefore(int row) const;
     Rect cellRect(int column) const;
     void paintFills();
+    void paintGridline(const Rect& line);
     void paintLowerGridlines();
     void followRightGridlines();
     void endRightGridline(int column, int bottom);
@@ -95,6 +96,7 @@ private:
     const PaneColumns columns_;
     CellTextPainter texts_;
     int lastRowOfPane_; // the last one that has pixels
+    bool swapsDots_;    // of the gridlines
 
     int row_ = 0;
     int top_ = 0;
