@@ -20,21 +20,22 @@ constexpr int EditedThickness = 2;
 constexpr int HandleBefore = 2; // the corner
 constexpr int HandleBehind = 3;
 
-// The side of a range that ends under the frozen ones is not seen, though all before it is.
-bool endsScrolledUnder(const GridAxis& axis, int last)
+// Is it scrolled away under the frozen ones?
+bool isScrolledUnder(const GridAxis& axis, int index)
 {
-    return axis.isFrozen() && !axis.isFrozen(last) && axis.isScrolledAway(last) &&
-           last > axis.frozenLast();
+    return axis.isFrozen() && index > axis.frozenLast() && axis.isScrolledAway(index);
 }
 
-// Puts an end that is not seen outside, and finds what the range's frame is cut to.
+// Finds what a range's frame is cut to. A side that is scrolled away under the frozen ones is put
+// beyond it, though all before that side may be in view.
 void placeSpan(const GridAxis& axis, int first, int last, int& to, int& areaFrom, int& areaTo)
 {
-    const bool frozenEnd = axis.isFrozen(last) || endsScrolledUnder(axis, last);
-    areaFrom = axis.isFrozen() && first > axis.frozenLast() ? axis.scrollStart() : axis.start();
-    areaTo = frozenEnd ? std::min(axis.scrollStart(), axis.end()) : axis.end();
-    if (endsScrolledUnder(axis, last))
+    areaFrom = isScrolledUnder(axis, first) ? axis.scrollStart() : axis.start();
+    areaTo = axis.end();
+    if (isScrolledUnder(axis, last)) {
+        areaTo = std::min(axis.scrollStart(), axis.end());
         to = axis.scrollStart() + OutOfView;
+    }
 }
 
 // A rectangle grown by some pixels, but not beyond the area where its side is in it.
@@ -74,12 +75,14 @@ Region inside(const RangePlace& place, const GridView& view, CellRef active)
     return region;
 }
 
+// Around the lower right corner, if that is in view; at the edges of the cells' area all of it is
+// still to be hit.
 bool handleOf(const RangePlace& place, const Rect& cellArea, Rect& out)
 {
-    const int x = place.rect.right;
-    const int y = place.rect.bottom;
-    if (x > place.area.right || y > place.area.bottom)
+    if (place.rect.right > place.area.right || place.rect.bottom > place.area.bottom)
         return false;
+    const int x = std::min(place.rect.right, cellArea.right - HandleBehind);
+    const int y = std::min(place.rect.bottom, cellArea.bottom - HandleBehind);
     out = {x - HandleBefore, y - HandleBefore, x + HandleBehind, y + HandleBehind};
     return out.meets(cellArea);
 }

@@ -6,7 +6,7 @@
 // The frame stands astride the edge of the range: its inner side is the range's rectangle shrunk by
 // 2 pixels, its outer one as far outside. Its innermost pixel meets the inverted inside and stays
 // light, so that it looks 3 pixels thick, with a bright line before the inside. Where there is no
-// room outside, at the edges of the cells' area and of the frozen ones, it moves inwards.
+// room outside, at the edges of the cells' area, it moves inwards.
 //
 // Units:  pixels of the client area.
 #pragma once
