@@ -88,7 +88,8 @@ void beginEdit(std::u16string_view text)
     bar.startEditing();
     bar.line.setText(text);
     bar.caretMode = true;
-    application->markDirty(DirtyAll);
+    // The editor stands beside the cells, or over them: they stay as they are.
+    application->markDirty(DirtySelection);
 }
 
 void editActiveCell()

@@ -51,7 +51,7 @@ bool enterPointMode()
     app.pointTopRow = sheet.topRow;
     bar.pointStart = bar.line.selectionEnd();
     bar.pointLength = 0;
-    app.markDirty(DirtyAll);
+    app.markDirty(DirtySelection);
     return true;
 }
 

@@ -122,7 +122,7 @@ void selectWholeSheet()
     selection.anchorRow = 0;
     selection.cornerColumn = ColumnCount - 1;
     selection.cornerRow = RowCount - 1;
-    markRepaint();
+    application->markDirty(DirtySelection);
 }
 
 } // namespace vorn
