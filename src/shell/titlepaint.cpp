@@ -144,6 +144,25 @@ FontLook titleFont(int zoom)
     return fontLook(font, zoom);
 }
 
+TitlesLook titlesLook(const Titles& titles)
+{
+    TitlesLook look;
+    look.zoom = titles.sheet.zoom;
+    const auto listed = [](const GridAxis& axis) {
+        std::vector<TitlesLook::Title> list;
+        const int end = forEachShown(axis, [&list](int index, int edge) {
+            list.push_back({index, edge});
+        });
+        list.push_back({axis.last() + 1, end});
+        return list;
+    };
+    if (!titles.areas.cornerBox.isEmpty()) {
+        look.columns = listed(titles.view.columns);
+        look.rows = listed(titles.view.rows);
+    }
+    return look;
+}
+
 void paintTitles(Canvas& canvas, const Titles& titles, const RangeRef& selected, const Rect& area)
 {
     const Rect corner = seenPart(titles, titles.areas.cornerBox, area);

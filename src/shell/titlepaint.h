@@ -10,9 +10,28 @@
 #include "shell/gridlayout.h"
 #include "shell/region.h"
 
+#include <vector>
+
 namespace vorn {
 
 class Canvas;
+
+// Which titles stand where, but for what is selected: if that is as it was, none has to be painted
+// again.
+struct TitlesLook {
+    struct Title {
+        int index;
+        int edge; // x or y
+
+        bool operator==(const Title&) const = default;
+    };
+
+    int zoom = 0;
+    std::vector<Title> columns; // and where the last one ends
+    std::vector<Title> rows;
+
+    bool operator==(const TitlesLook&) const = default;
+};
 
 // The font of titles at a zoom.
 FontLook titleFont(int zoom);
@@ -28,6 +47,8 @@ struct Titles {
     {
     }
 };
+
+TitlesLook titlesLook(const Titles& titles);
 
 // All that meet `area`, as they look with a range selected.
 void paintTitles(Canvas& canvas, const Titles& titles, const RangeRef& selected, const Rect& area);

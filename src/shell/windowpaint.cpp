@@ -8,9 +8,10 @@
 #include "shell/entry.h"
 #include "shell/look.h"
 #include "shell/selectionpaint.h"
-#include "shell/titlepaint.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace vorn {
 
@@ -30,6 +31,7 @@ PaintedWindow currentWindow()
     window.pointing = application->pointMode;
     window.previousLeftColumn = sheet().leftColumn;
     window.previousTopRow = sheet().topRow;
+    window.titles = titlesLook(Titles(sheet(), window.areas));
     window.inverted = inversions(window.areas);
     window.chrome = currentChrome();
     return window;
@@ -176,17 +178,6 @@ Region scrollGrid(Canvas& canvas, const PaintedWindow& now, Region& inverted)
     return open;
 }
 
-// What scrolled, and titles of what is selected now or was selected before.
-void paintGridChanges(Canvas& canvas, const PaintedWindow& now, Region& inverted)
-{
-    Region open = scrollGrid(canvas, now, inverted);
-    open.add(titleChanges(Titles(sheet(), now.areas), now.previousSelection.range,
-                          application->painted.previousSelection.range));
-    for (const Rect& rect : open.rects())
-        paintGrid(canvas, now, rect);
-    inverted.remove(open);
-}
-
 // --- The pass
 
 // Does the grid stand where it stood? The bars and tabs beside it are compared by themselves.
@@ -200,24 +191,44 @@ bool sameWindow(const GridLayout& a, const GridLayout& b)
     return a.formulaBar == b.formulaBar && a.windowArea == b.windowArea && a.gridArea == b.gridArea;
 }
 
-void paintWhatChanged(Canvas& canvas, const PaintedWindow& now)
+// What of the grid has to be painted anew, but for titles that only look otherwise. What can be
+// moved is moved.
+Region openGrid(Canvas& canvas, const PaintedWindow& now, Region& inverted)
+{
+    const PaintedWindow& painted = application->painted;
+    if (!sameGrid(now.areas, painted.areas))
+        return Region(now.areas.gridArea);
+    if ((application->repaintHints & DirtyAll) != 0 || now.sheet != painted.sheet)
+        return Region(now.titles == painted.titles ? now.areas.cellArea : now.areas.gridArea);
+    return scrollGrid(canvas, now, inverted);
+}
+
+void paintGridChanges(Canvas& canvas, const PaintedWindow& now)
 {
     const PaintedWindow& painted = application->painted;
     Region inverted = painted.inverted;
+    const Region open = openGrid(canvas, now, inverted);
+    Region titles = titleChanges(Titles(sheet(), now.areas), now.previousSelection.range,
+                                 painted.previousSelection.range);
+    titles.remove(open);
+    for (const Region* region : {&open, &std::as_const(titles)}) {
+        for (const Rect& rect : region->rects())
+            paintGrid(canvas, now, rect);
+        inverted.remove(*region);
+    }
+    invert(canvas, changes(inverted, now.inverted));
+}
+
+void paintWhatChanged(Canvas& canvas, const PaintedWindow& now)
+{
+    const PaintedWindow& painted = application->painted;
     if (painted.sheet == nullptr || !sameWindow(now.areas, painted.areas)) {
         paintAll(canvas, now, application->clientArea);
         invert(canvas, now.inverted);
         return;
     }
-    if ((application->repaintHints & DirtyAll) != 0 || now.sheet != painted.sheet ||
-        !sameGrid(now.areas, painted.areas)) {
-        paintGrid(canvas, now, now.areas.gridArea);
-        inverted = {};
-    } else {
-        paintGridChanges(canvas, now, inverted);
-    }
+    paintGridChanges(canvas, now);
     paintChromeChanges(canvas, now.chrome, painted.chrome);
-    invert(canvas, changes(inverted, now.inverted));
 }
 
 void remember(PaintedWindow&& now)

@@ -12,6 +12,7 @@
 #include "shell/chrome.h"
 #include "shell/gridlayout.h"
 #include "shell/region.h"
+#include "shell/titlepaint.h"
 
 namespace vorn {
 
@@ -25,6 +26,7 @@ struct PaintedWindow {
     bool pointing = false;
     int previousLeftColumn = 0;
     int previousTopRow = 0;
+    TitlesLook titles;
     Region inverted; // of the grid, by the selection and whatever else is painted by inverting
     Chrome chrome;
 };
