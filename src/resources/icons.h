@@ -1,6 +1,19 @@
 // The icons of the program, by the numbers that the toolbar (resources/menu.h) and the formula bar
-// know them by.
+// know them by, and how they are drawn.
+//
+// Units:  a grid of 16 by 16, from the upper left corner. Lines run through the middles of squares
+//         if they are one wide and along the edges of squares if they are two wide, so that at 16
+//         pixels everything along an axis falls on whole pixels. They reach half of their width
+//         beyond their ends.
+// Shape:  parts from back to front. A path is letters with their numbers behind them, parted by
+//         blanks: M x y begins, L x y goes on straight, C x y x y x y goes on in a curve, O x y r
+//         is a circle, Z closes.
 #pragma once
+
+#include "platform/canvas.h"
+
+#include <span>
+#include <string_view>
 
 namespace vorn {
 
@@ -33,5 +46,24 @@ enum Icon : int {
 
     IconVorn = 128, // of the program itself
 };
+
+constexpr int IconGrid = 16;
+
+struct IconPart {
+    Colour inside; // NoColour for an open line
+    Colour line;   // NoColour for a shape without a border
+    int width;     // of the line
+    std::string_view path;
+};
+
+struct IconDrawing {
+    int icon;
+    std::span<const IconPart> parts;
+};
+
+extern const std::span<const IconDrawing> IconDrawings;
+
+// Null if there is no such icon.
+const IconDrawing* findIcon(int icon);
 
 } // namespace vorn
