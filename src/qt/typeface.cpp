@@ -24,16 +24,14 @@ struct Substitute {
 };
 
 const Substitute substitutes[] = {
-    {"tahoma",               {"DejaVu Sans Condensed"}                                           },
-    {"verdana",              {"DejaVu Sans"}                                                     },
-    {"arial",                {"Liberation Sans", "Arimo", "Nimbus Sans", "FreeSans"}             },
-    {"helvetica",            {"Liberation Sans", "Arimo", "Nimbus Sans", "FreeSans"}             },
-    {"ms sans serif",        {"Liberation Sans", "Arimo", "Nimbus Sans", "FreeSans"}             },
-    {"courier new",          {"Liberation Mono", "Cousine", "DejaVu Sans Mono", "Nimbus Mono PS"}},
-    {"courier",              {"Liberation Mono", "Cousine", "DejaVu Sans Mono", "Nimbus Mono PS"}},
-    {"times new roman",      {"Liberation Serif", "Tinos", "Nimbus Roman", "FreeSerif"}          },
-    {"times",                {"Liberation Serif", "Tinos", "Nimbus Roman", "FreeSerif"}          },
-    {"microsoft sans serif", {"Liberation Sans", "Arimo", "Nimbus Sans", "FreeSans"}             },
+    {"tahoma",          {"DejaVu Sans Condensed"}                                           },
+    {"verdana",         {"DejaVu Sans"}                                                     },
+    {"arial",           {"Liberation Sans", "Arimo", "Nimbus Sans", "FreeSans"}             },
+    {"helvetica",       {"Liberation Sans", "Arimo", "Nimbus Sans", "FreeSans"}             },
+    {"courier new",     {"Liberation Mono", "Cousine", "DejaVu Sans Mono", "Nimbus Mono PS"}},
+    {"courier",         {"Liberation Mono", "Cousine", "DejaVu Sans Mono", "Nimbus Mono PS"}},
+    {"times new roman", {"Liberation Serif", "Tinos", "Nimbus Roman", "FreeSerif"}          },
+    {"times",           {"Liberation Serif", "Tinos", "Nimbus Roman", "FreeSerif"}          },
 };
 
 const std::initializer_list<const char*> sansFamilies = {
