@@ -249,12 +249,13 @@ void QtCanvas::drawSlanted(std::span<const Point> points, Stroke stroke)
     QPolygonF path;
     for (const Point point : points)
         path.append(middleOf(point));
-    const double width = std::max(stroke.width * scale_, 1.0);
+    // The toolkit draws lines of one pixel in a quick way of its own that is not quite exact.
+    const double width = std::max(stroke.width * scale_, 1.0) + 1.0 / 256;
     QPainter* painter = painterFor(around(path, width + 1));
     if (painter == nullptr)
         return;
     painter->setPen(
-        QPen(QColor(onScreen(stroke.colour)), width, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
+        QPen(QColor(onScreen(stroke.colour)), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->drawPolyline(path);
 }
 

@@ -17,7 +17,7 @@ namespace vorn::qt {
 namespace {
 
 // Corners sharper than a right angle are cut, so that no thorn sticks out of a drawing.
-constexpr double SharpestCorner = 1.5;
+constexpr double SharpestCorner = 2;
 
 // From the grid of a drawing to the pixels of its place. Everything that a line of this width can
 // make sharp is moved to where it is.
@@ -29,7 +29,8 @@ public:
     {
     }
 
-    double lineWidth() const { return static_cast<double>(pixels_); }
+    // The toolkit draws lines of one pixel in a quick way of its own that is not quite exact.
+    double lineWidth() const { return static_cast<double>(pixels_) + 1.0 / 256; }
     double length(double units) const { return units * perUnit_; }
     QPointF free(QPointF at) const { return corner_ + at * perUnit_; }
 

@@ -83,8 +83,8 @@ constexpr IconPart New[] = {
 };
 
 constexpr IconPart Open[] = {
-    {Gold,      Ink, 1, "M 1.5 13.5 L 1.5 2.5 L 6.5 2.5 L 7.5 4.5 L 12.5 4.5 L 12.5 13.5 Z"},
-    {LightGold, Ink, 1, "M 1.5 13.5 L 4.5 7.5 L 15.5 7.5 L 12.5 13.5 Z"                    },
+    {Gold,      Ink, 1, "M 1.5 13.5 L 1.5 2.5 L 6.5 2.5 L 7.5 4.5 L 11.5 4.5 L 11.5 13.5 Z"},
+    {LightGold, Ink, 1, "M 1.5 13.5 L 4.5 7.5 L 14.5 7.5 L 11.5 13.5 Z"                    },
 };
 
 constexpr IconPart Save[] = {
@@ -140,7 +140,7 @@ constexpr IconPart Format[] = {
     {NoColour,  Faint,    1, "M 2.5 8.5 L 13.5 8.5"                                    },
     {NoColour,  Faint,    1, "M 5.5 6.5 L 5.5 11.5"                                    },
     {NoColour,  Faint,    1, "M 9.5 6.5 L 9.5 11.5"                                    },
-    {Gold,      Ink,      1, "M 13.5 5.5 L 15.5 7.5 L 8.5 14.5 L 5.5 15.5 L 6.5 12.5 Z"},
+    {Gold,      Ink,      1, "M 12.5 5.5 L 14.5 7.5 L 8.5 13.5 L 5.5 14.5 L 6.5 11.5 Z"},
 };
 
 constexpr IconPart FullScreen[] = {
@@ -166,7 +166,7 @@ constexpr IconPart QuickEntry[] = {
 };
 
 constexpr IconPart Function[] = {
-    {NoColour, Ink,  2, "M 9 3 C 6.5 1.8 6 3.5 5.6 6 L 4.8 11 C 4.3 14 3.5 14.5 1.5 13.8"},
+    {NoColour, Ink,  2, "M 9 3 C 6.5 1.8 6 3.5 5.6 6 L 4.8 11 C 4.3 14 3.5 14.3 2.2 13.7"},
     {NoColour, Ink,  2, "M 4 7 L 7 7"                                                    },
     {NoColour, Blue, 2, "M 10 10 L 13 13"                                                },
     {NoColour, Blue, 2, "M 13 10 L 10 13"                                                },
