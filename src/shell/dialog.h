@@ -96,6 +96,9 @@ public:
     // The pages of a PageSheet; a plain dialog has none.
     virtual std::span<DialogModel* const> pages() const { return {}; }
 
+    // The button that OK presses.
+    int okButton() const { return form_.okButton; }
+
     bool isOpen() const { return open_; }
 
     // The button that closed it: its number, or ButtonOk or ButtonCancel.
