@@ -1,0 +1,241 @@
+#include "qt/dialogs/dialogwindow.h"
+
+#include "platform/platform.h"
+#include "qt/dialogs/arrangement.h"
+#include "qt/dialogs/dialogpanel.h"
+#include "qt/dialogs/dialogs.h"
+#include "qt/dialogs/widgets.h"
+#include "qt/strings.h"
+#include "shell/pagesheet.h"
+
+#include <QPointer>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QShowEvent>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace vorn::qt {
+
+namespace {
+
+constexpr int LeastWidth = 200;
+constexpr int TabFrame = 4; // around a page
+
+} // namespace
+
+class DialogWindow::SheetWatch : public DialogObserver {
+public:
+    SheetWatch(DialogWindow& window, PageSheet& sheet) : window_(window), sheet_(sheet)
+    {
+        sheet_.observer = this;
+    }
+    ~SheetWatch() override { sheet_.observer = nullptr; }
+
+    void controlChanged(int) override {}
+    void focusMoved(int) override {}
+    void labelEditBegun(int) override {}
+    void pageTurned() override { window_.turnTo(sheet_.page()); }
+    void dialogClosed() override { window_.leave(); }
+
+private:
+    DialogWindow& window_;
+    PageSheet& sheet_;
+};
+
+DialogWindow::DialogWindow(QWidget* parent, DialogModel& dialog, QSize room)
+    : QDialog(parent), dialog_(dialog), foot_(new FlowRow(this, Qt::AlignRight))
+{
+    setWindowTitle(titleText(dialog.title()));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->setSizeConstraint(QLayout::SetNoConstraint);
+    if (dialog.pages().empty())
+        addPanel();
+    else
+        addPages();
+    addFoot();
+    auto* help = new QShortcut(QKeySequence(QKeySequence::HelpContents), this);
+    connect(help, &QShortcut::activated, this,
+            [this] { platform.userInterface->showHelp(dialog_.helpAnchor()); });
+    fit(room);
+}
+
+DialogWindow::DialogWindow(QWidget* parent, DialogModel& dialog)
+    : DialogWindow(parent, dialog, roomFor(parent))
+{
+}
+
+DialogWindow::~DialogWindow() = default;
+
+DialogPanel& DialogWindow::front() const
+{
+    return *panels_[tabs_ == nullptr ? 0 : static_cast<std::size_t>(tabs_->currentIndex())];
+}
+
+// --- What it is made of
+
+void DialogWindow::addPanel()
+{
+    auto* panel = new DialogPanel(dialog_, *foot_, nullptr);
+    panel->onClosed = [this] { leave(); };
+    panels_.push_back(panel);
+    bodies_.push_back(new ScrollingBody(panel, this));
+    layout()->addWidget(bodies_.back());
+}
+
+void DialogWindow::addPages()
+{
+    auto& sheet = static_cast<PageSheet&>(dialog_);
+    tabs_ = new QTabWidget(this);
+    tabs_->setUsesScrollButtons(true);
+    tabs_->setDocumentMode(true);
+    for (DialogModel* page : sheet.pages()) {
+        panels_.push_back(new DialogPanel(*page, *foot_, nullptr));
+        bodies_.push_back(new ScrollingBody(panels_.back(), tabs_));
+        tabs_->addTab(bodies_.back(), captionText(page->title()));
+    }
+    tabs_->setCurrentIndex(sheet.page());
+    connect(tabs_, &QTabWidget::currentChanged, this, [&sheet](int page) { sheet.turnTo(page); });
+    watch_ = std::make_unique<SheetWatch>(*this, sheet);
+    layout()->addWidget(tabs_);
+}
+
+// Help, the buttons of the dialog, OK and Cancel. A dialog whose own button is its OK has no other.
+void DialogWindow::addFoot()
+{
+    QPushButton* ok = nullptr;
+    if (dialog_.okButton() != ButtonOk) {
+        ok = static_cast<QPushButton*>(panels_.front()->find(dialog_.okButton())->widget());
+    } else {
+        ok = makeButton(tr("OK"), this);
+        ok->setObjectName(QString::number(ButtonOk));
+        connect(ok, &QPushButton::clicked, this, [this] { accept(); });
+        foot_->add(ok);
+    }
+    ok->setDefault(true);
+    QPushButton* cancel = nullptr;
+    if (hasCancel(dialog_.number())) {
+        cancel = makeButton(tr("Cancel"), this);
+        cancel->setObjectName(QString::number(ButtonCancel));
+        connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
+        foot_->add(cancel);
+    }
+    auto* help = makeButton(QStringLiteral("?"), this);
+    help->setMinimumWidth(ButtonHeight);
+    help->setMaximumWidth(ButtonHeight);
+    help->setObjectName(QStringLiteral("help"));
+    help->setAccessibleName(tr("Help"));
+    help->setToolTip(tr("Help"));
+    connect(help, &QPushButton::clicked, this,
+            [this] { platform.userInterface->showHelp(dialog_.helpAnchor()); });
+    foot_->add(help);
+    foot_->setContentsMargins(Margin, 0, Margin, Margin);
+    layout()->addWidget(foot_);
+    for (DialogPanel* panel : panels_)
+        panel->orderTabs(foot_->at(0));
+}
+
+// --- Where it stands
+
+void DialogWindow::fit(QSize room)
+{
+    int width = std::max(LeastWidth, foot_->sizeHint().width());
+    int least = foot_->minimumSizeHint().width();
+    for (const ScrollingBody* body : bodies_) {
+        width = std::max(width, body->sizeHint().width());
+        least = std::max(least, body->minimumSizeHint().width());
+    }
+    width = std::clamp(width, std::min(least, room.width()), room.width());
+    int height = 0;
+    for (const ScrollingBody* body : bodies_)
+        height = std::max(height, body->contentHeight(width));
+    if (tabs_ != nullptr)
+        height += tabs_->tabBar()->sizeHint().height() + TabFrame;
+    fitWindow(*this, {width, height + foot_->heightForWidth(width)}, room);
+}
+
+// A window that keeps its place begins at the foot of its owner: it lets the user see what stands
+// above it.
+void DialogWindow::standInPlace()
+{
+    if (dialog_.place == nullptr)
+        return;
+    const QRect available = screen()->availableGeometry();
+    QPoint corner(dialog_.place->left, dialog_.place->top);
+    if (dialog_.place->left < 0) {
+        const QRect owner =
+            parentWidget() != nullptr ? parentWidget()->window()->frameGeometry() : available;
+        corner = {owner.center().x() - width() / 2, owner.bottom() - height()};
+    }
+    corner.setX(std::clamp(corner.x(), available.left(),
+                           std::max(available.left(), available.right() + 1 - width())));
+    corner.setY(std::clamp(corner.y(), available.top(),
+                           std::max(available.top(), available.bottom() + 1 - height())));
+    move(corner);
+}
+
+void DialogWindow::keepPlace()
+{
+    if (dialog_.place == nullptr)
+        return;
+    const QRect frame = frameGeometry();
+    *dialog_.place = {std::max(frame.left(), 0), frame.top(), frame.left() + frame.width(),
+                      frame.top() + frame.height()};
+}
+
+void DialogWindow::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (event->spontaneous())
+        return;
+    standInPlace();
+    front().takeFocus();
+}
+
+// --- What happens
+
+void DialogWindow::turnTo(int page)
+{
+    // Who turned it by hand keeps the keys on the tabs.
+    if (tabs_->currentIndex() == page)
+        return;
+    tabs_->setCurrentIndex(page);
+    front().takeFocus();
+}
+
+void DialogWindow::accept()
+{
+    dialog_.press(ButtonOk);
+}
+
+void DialogWindow::reject()
+{
+    dialog_.press(ButtonCancel);
+}
+
+// The model has closed.
+void DialogWindow::leave()
+{
+    if (!isVisible())
+        return;
+    keepPlace();
+    done(dialog_.closedBy());
+}
+
+void runDialogWindow(QWidget* parent, DialogModel& dialog)
+{
+    if (!dialog.isOpen())
+        return;
+    // The owner may go away, with all that it owns, while the dialog waits.
+    const QPointer<DialogWindow> window = new DialogWindow(ownerOf(parent), dialog);
+    window->exec();
+    delete window.data();
+}
+
+} // namespace vorn::qt

@@ -1,0 +1,86 @@
+// What the windows that ask are put together from: measures that a finger can hit, texts that break
+// where there is little room, rows that wrap, and a body that scrolls.
+//
+// Units: pixels of the toolkit, which scales them.
+#pragma once
+
+#include <QDialog>
+#include <QScrollArea>
+#include <QString>
+#include <QWidget>
+
+#include <string_view>
+#include <vector>
+
+class QPushButton;
+
+namespace vorn::qt {
+
+constexpr int FieldHeight = 28;
+constexpr int FieldWidth = 48; // at least
+constexpr int BoxHeight = 26;
+constexpr int ButtonHeight = 30;
+constexpr int ButtonWidth = 64; // at least
+constexpr int ListHeight = 96;  // at least
+constexpr int Gap = 6;
+constexpr int Margin = 8;
+
+// A text for a button, a box, a tab or a caption, where '&' would else name a key.
+QString captionText(std::u16string_view text);
+
+// A text for the title of a window, where "[*]" would else stand for a mark.
+QString titleText(std::u16string_view text);
+
+// The text with places to break in its longest words, paths for example, which else would make a
+// label as wide as they are.
+QString breakable(const QString& text);
+
+// A button that Enter does not press unless it is the default one.
+QPushButton* makeButton(const QString& text, QWidget* parent);
+
+// Widgets one behind the other, on as many lines as they need.
+class FlowRow : public QWidget {
+public:
+    explicit FlowRow(QWidget* parent, Qt::Alignment side = Qt::AlignLeft);
+
+    void add(QWidget* widget);
+    QWidget* at(std::size_t place) const { return items_[place]; }
+    std::size_t count() const { return items_.size(); }
+
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    std::vector<std::vector<QWidget*>> linesFor(int width) const;
+    void place();
+
+    std::vector<QWidget*> items_;
+    Qt::Alignment side_;
+};
+
+// Shows one widget, and scrolls where it is higher than the room for it.
+class ScrollingBody : public QScrollArea {
+public:
+    ScrollingBody(QWidget* content, QWidget* parent);
+
+    int contentHeight(int width) const;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+};
+
+// The window that a new one belongs to: the one that asks at the moment, else `parent`.
+QWidget* ownerOf(QWidget* parent);
+
+// The room on the screen where a window of this owner is about to stand.
+QSize roomFor(const QWidget* owner);
+
+// Gives the window the size that its content wants, if there is room.
+void fitWindow(QDialog& window, QSize wanted, QSize room);
+
+} // namespace vorn::qt
