@@ -1,6 +1,7 @@
 #include "qt/editcontrol.h"
 
 #include "core/workbook.h"
+#include "qt/colours.h"
 #include "qt/fonts.h"
 #include "qt/keyboard.h"
 #include "qt/messages.h"
@@ -24,12 +25,6 @@ namespace {
 FormulaBar& formulaBar()
 {
     return application->formulaBar;
-}
-
-QColor colourOf(Colour colour)
-{
-    return {static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
-            static_cast<int>(colour >> 16 & 0xFF)};
 }
 
 } // namespace
@@ -226,8 +221,10 @@ void EditControl::paintEvent(QPaintEvent* event)
 {
     QLineEdit::paintEvent(event);
     QPainter painter(this);
-    painter.setPen(colourOf(ColourFaceShadow));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    // As thin as the screen can, at any scale.
+    const qreal pixel = 1 / devicePixelRatioF();
+    painter.setPen(QPen(colourOf(ColourFaceShadow), 0));
+    painter.drawRect(QRectF(rect()).adjusted(0, 0, -pixel, -pixel));
 }
 
 } // namespace vorn::qt

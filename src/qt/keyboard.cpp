@@ -65,7 +65,7 @@ bool sendWindowKey(Messages& messages, const QKeyEvent& event)
 
 } // namespace
 
-Key keyOf(const QKeyEvent& event)
+Key systemKey(const QKeyEvent& event)
 {
     const int key = event.key();
     for (const auto& known : Keys) {
@@ -86,7 +86,7 @@ KeyModifiers modifiersOf(Qt::KeyboardModifiers modifiers)
 
 std::u16string charactersOf(const QKeyEvent& event)
 {
-    const Key key = keyOf(event);
+    const Key key = systemKey(event);
     if (key == KeyEnter || key == KeyBackspace)
         return {static_cast<char16_t>(key)};
     const KeyModifiers held = modifiersOf(event.modifiers());
@@ -102,7 +102,7 @@ void sendKey(Messages& messages, const QKeyEvent& event)
 {
     if (sendWindowKey(messages, event))
         return;
-    const Key key = keyOf(event);
+    const Key key = systemKey(event);
     const std::u16string text = charactersOf(event);
     bool used = false;
     if (key != KeyNone)

@@ -15,7 +15,7 @@ namespace vorn::qt {
 class Messages;
 
 // KeyNone for a key that the system has no name for.
-Key keyOf(const QKeyEvent& event);
+Key systemKey(const QKeyEvent& event);
 
 KeyModifiers modifiersOf(Qt::KeyboardModifiers modifiers);
 

@@ -1,26 +1,55 @@
 #include "qt/windowlook.h"
 
+#include "qt/colours.h"
 #include "qt/fonts.h"
 #include "shell/look.h"
 
 #include <QApplication>
 #include <QPalette>
+#include <QProxyStyle>
 
 namespace vorn::qt {
 
 namespace {
 
-QColor colourOf(Colour colour)
-{
-    return {static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
-            static_cast<int>(colour >> 16 & 0xFF)};
-}
+constexpr Colour ColourHighlight = rgb(0x2F, 0x6F, 0xC4);
+
+constexpr int SmallWidth = 400; // of a window
+
+// The toolkit's own style, with bars as narrow as a small screen wants them: all of the menu bar
+// fits into the width that the window has at first.
+class WindowStyle : public QProxyStyle {
+public:
+    WindowStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override
+    {
+        switch (metric) {
+        case PM_MenuBarItemSpacing:
+            if (widget != nullptr && widget->width() > SmallWidth)
+                break;
+            return 0;
+        case PM_MenuBarHMargin:
+        case PM_MenuBarPanelWidth:
+        case PM_ToolBarItemMargin:
+            return 0;
+        case PM_ToolBarFrameWidth:
+            return 1;
+        case PM_ToolBarSeparatorExtent:
+            return 5;
+        default:
+            break;
+        }
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
 
 } // namespace
 
 void useWindowLook()
 {
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new WindowStyle); // which the program owns
     QPalette palette(colourOf(ColourFace));
     palette.setColor(QPalette::WindowText, colourOf(ColourFaceText));
     palette.setColor(QPalette::ButtonText, colourOf(ColourFaceText));
@@ -28,7 +57,7 @@ void useWindowLook()
     palette.setColor(QPalette::Base, colourOf(ColourWhite));
     for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
         palette.setColor(QPalette::Disabled, role, colourOf(ColourFaceTextDisabled));
-    palette.setColor(QPalette::Highlight, QColor(0x2F, 0x6F, 0xC4));
+    palette.setColor(QPalette::Highlight, colourOf(ColourHighlight));
     palette.setColor(QPalette::HighlightedText, colourOf(ColourWhite));
     QApplication::setPalette(palette);
     QApplication::setFont(fontOf(interfaceFontLook()));

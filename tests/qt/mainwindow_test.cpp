@@ -1,0 +1,400 @@
+#include "qt/mainwindow.h"
+
+#include "core/error.h"
+#include "qt/windowsession.h"
+#include "shell/commands.h"
+#include "shell/cursor.h"
+#include "shell/windowpaint.h"
+#include "support/tempfolder.h"
+
+#include <QCloseEvent>
+#include <QPointingDevice>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace vorn::qt {
+namespace {
+
+std::vector<std::u16string> boxesOf(WindowSession& session)
+{
+    std::vector<std::u16string> texts;
+    for (const auto& box : session.machine.userInterface.boxes)
+        texts.push_back(box.text);
+    session.machine.userInterface.boxes.clear();
+    return texts;
+}
+
+const Selection& selection()
+{
+    return workbook->currentSheet->selection;
+}
+
+// The middle of a cell that is in view.
+QPointF middleOf(int column, int row)
+{
+    const GridView view = currentView();
+    return {view.xOfColumn(column) + view.columns.pixels(column) / 2.0,
+            view.yOfRow(row) + view.rows.pixels(row) / 2.0};
+}
+
+TEST(MainWindow, isAsLargeAsAHandheldAtFirst)
+{
+    WindowSession session;
+    EXPECT_EQ(session.window.size(), QSize(240, 320));
+    const Rect& client = session.app.clientArea;
+    EXPECT_EQ(client.width(), 240);
+    EXPECT_EQ(client.height(), 320 - session.window.commandBars().height());
+    EXPECT_LE(session.window.minimumWidth(), 240);
+    session.window.resize(1280, 800);
+    session.settle();
+    EXPECT_EQ(client.width(), 1280);
+    EXPECT_EQ(client.height(), 800 - session.window.commandBars().height());
+}
+
+TEST(MainWindow, showsWhatTheStartLeftAndThenOpensTheFile)
+{
+    const TempFolder folder;
+    TestPlatform machine;
+    Application app;
+    raiseError(ErrorInitialization);
+    MainWindow window;
+    EXPECT_TRUE(machine.userInterface.boxes.empty()) << "the window comes first";
+    window.begin(folder.write("a.csv", "1,2\n"));
+    ASSERT_EQ(machine.userInterface.boxes.size(), 1U);
+    EXPECT_EQ(machine.userInterface.boxes[0].text, u"Vorn initialization error");
+    EXPECT_EQ(workbook->currentSheet->cellInput(0, 0), u"1");
+    window.messages().send([] {});
+    EXPECT_EQ(machine.userInterface.boxes.size(), 1U) << "once";
+}
+
+TEST(MainWindow, saysThatAFileIsMissingAndGoesOn)
+{
+    const TempFolder folder;
+    TestPlatform machine;
+    Application app;
+    MainWindow window;
+    window.begin(folder.path("none.vn"));
+    ASSERT_EQ(machine.userInterface.boxes.size(), 1U);
+    EXPECT_TRUE(machine.userInterface.boxes[0].text.starts_with(u"Could not find '"));
+    EXPECT_EQ(workbook->sheets.size(), 3);
+    EXPECT_FALSE(workbook->modified);
+}
+
+TEST(MainWindow, showsTheTitleAsItIs)
+{
+    WindowSession session;
+    session.window.showTitle(u"a[*].vn - Vorn");
+    EXPECT_EQ(session.window.windowTitle().replace("[*][*]", "[*]"), "a[*].vn - Vorn");
+    EXPECT_FALSE(session.window.isWindowModified());
+}
+
+TEST(MainWindow, readsTheSettingsWhenItIsMade)
+{
+    TestPlatform machine;
+    machine.settings.open();
+    machine.settings.setNumber("FmlBar", 0);
+    machine.settings.keep();
+    Application app;
+    EXPECT_TRUE(app.formulaBarVisible);
+    const MainWindow window;
+    EXPECT_FALSE(app.formulaBarVisible);
+}
+
+TEST(MainWindow, closesAtOnceWithoutChanges)
+{
+    WindowSession session;
+    session.window.close();
+    EXPECT_TRUE(session.app.quitRequested);
+    EXPECT_TRUE(session.window.isHidden());
+    EXPECT_TRUE(boxesOf(session).empty());
+    std::vector<unsigned char> bands;
+    session.machine.settings.open();
+    EXPECT_TRUE(session.machine.settings.readBytes("CommandBand", bands));
+    EXPECT_EQ(bands.size(), CommandBandSize);
+    session.window.close(); // a second time changes nothing
+    session.settle();
+}
+
+TEST(MainWindow, asksAboutChangesHoweverItIsClosed)
+{
+    const struct {
+        const char* behaviour;
+        void (*close)(WindowSession&);
+    } cases[] = {
+        {"the desktop closes it", [](WindowSession& session) { session.window.close(); }                 },
+        {"the key",               [](WindowSession& session) { session.press('W', Qt::ControlModifier); }},
+        {"the menu",
+         [](WindowSession& session) {
+             session.window.commandBars().entry(CommandClose)->trigger();
+         }                                                                                               },
+    };
+    for (const auto& c : cases) {
+        WindowSession session;
+        session.type(u"1");
+        session.press(Qt::Key_Return);
+        session.machine.userInterface.answers = {BoxAnswer::Cancel, BoxAnswer::No};
+        c.close(session);
+        EXPECT_EQ(boxesOf(session), std::vector<std::u16string>{u"Save changes?"}) << c.behaviour;
+        EXPECT_FALSE(session.app.quitRequested) << c.behaviour;
+        EXPECT_FALSE(session.window.isHidden()) << c.behaviour;
+        EXPECT_EQ(session.input(0, 0), u"1") << c.behaviour;
+        c.close(session);
+        EXPECT_TRUE(session.app.quitRequested) << c.behaviour;
+        session.settle();
+    }
+}
+
+TEST(MainWindow, opensOnRequestAfterAsking)
+{
+    const TempFolder folder;
+    WindowSession session;
+    session.type(u"1");
+    session.press(Qt::Key_Return);
+    const std::u16string path = folder.write("a.csv", "other\n");
+    session.machine.userInterface.answers = {BoxAnswer::Cancel, BoxAnswer::No};
+    session.window.openOnRequest(path);
+    EXPECT_EQ(session.input(0, 0), u"1");
+    session.window.openOnRequest(path);
+    EXPECT_EQ(session.input(0, 0), u"other");
+    EXPECT_TRUE(session.app.recentFiles[0].empty()) << "it adds nothing to the recent files";
+    EXPECT_EQ(boxesOf(session).size(), 2U);
+}
+
+TEST(MainWindow, letsRequestsWaitForTheEndOfAMessage)
+{
+    const TempFolder folder;
+    WindowSession session;
+    const std::u16string path = folder.write("a.csv", "other\n");
+    session.window.messages().send([&] {
+        session.window.openOnRequest(path);
+        EXPECT_EQ(session.input(0, 0), u"");
+    });
+    EXPECT_EQ(session.input(0, 0), u"other");
+}
+
+TEST(MainWindow, saysWhyARequestFails)
+{
+    WindowSession session;
+    session.window.openOnRequest(std::u16string(300, u'x'));
+    EXPECT_EQ(boxesOf(session).size(), 1U);
+    EXPECT_EQ(workbook->sheets.size(), 3);
+}
+
+TEST(MainWindow, entersAndLeavesFullScreenWithItsOwnKey)
+{
+    WindowSession session;
+    session.press(Qt::Key_F11);
+    EXPECT_TRUE(session.app.fullScreen);
+    EXPECT_TRUE(session.window.commandBars().isHidden());
+    EXPECT_TRUE(session.window.isFullScreen());
+    EXPECT_EQ(session.app.clientArea.height(), session.window.height());
+    session.press(Qt::Key_F11);
+    EXPECT_FALSE(session.app.fullScreen);
+    EXPECT_FALSE(session.window.commandBars().isHidden());
+    EXPECT_FALSE(session.window.isFullScreen());
+}
+
+TEST(MainWindow, tapsAndDragsOnTheGrid)
+{
+    WindowSession session;
+    session.click(session.sheet(), middleOf(1, 2));
+    EXPECT_EQ(selection().activeColumn, 1);
+    EXPECT_EQ(selection().activeRow, 2);
+    session.mouse(QEvent::MouseButtonPress, session.sheet(), middleOf(0, 0));
+    EXPECT_TRUE(session.app.pen.penDown);
+    session.mouse(QEvent::MouseMove, session.sheet(), middleOf(1, 3));
+    session.mouse(QEvent::MouseButtonRelease, session.sheet(), middleOf(1, 3));
+    EXPECT_FALSE(session.app.pen.penDown);
+    EXPECT_EQ(selection().range, (RangeRef{0, 0, 3, 1}));
+    session.mouse(QEvent::MouseMove, session.sheet(), middleOf(1, 5));
+    EXPECT_EQ(selection().range, (RangeRef{0, 0, 3, 1})) << "a mouse that is not pressed";
+    session.click(session.sheet(), middleOf(0, 5), Qt::RightButton);
+    EXPECT_EQ(selection().range, (RangeRef{0, 0, 3, 1})) << "the other button";
+}
+
+TEST(MainWindow, opensTheEditorInTheCellWithADoubleTap)
+{
+    WindowSession session;
+    session.app.formulaBarVisible = false;
+    session.click(session.sheet(), middleOf(1, 1));
+    session.mouse(QEvent::MouseButtonDblClick, session.sheet(), middleOf(1, 1));
+    session.mouse(QEvent::MouseButtonRelease, session.sheet(), middleOf(1, 1));
+    session.settle();
+    EXPECT_TRUE(session.app.formulaBar.editing);
+    EXPECT_EQ(session.focus(), &session.control());
+}
+
+TEST(MainWindow, letsThePenGoWhenADialogTakesItAway)
+{
+    WindowSession session;
+    session.mouse(QEvent::MouseButtonPress, session.sheet(), middleOf(0, 0));
+    ASSERT_TRUE(session.app.pen.penDown);
+    session.window.messages().send([&] {
+        QEvent blocked(QEvent::WindowBlocked);
+        QCoreApplication::sendEvent(&session.window, &blocked);
+    });
+    EXPECT_FALSE(session.app.pen.penDown);
+}
+
+// A touch screen below the grid, whose fingers have numbers.
+class TouchScreen {
+public:
+    explicit TouchScreen(WindowSession& session) : sheet_(session.sheet()) {}
+
+    void press(int finger, QPointF at)
+    {
+        keepOther(finger);
+        sequence_.press(finger, at.toPoint(), &sheet_).commit();
+        down_[finger] = true;
+    }
+    void move(int finger, QPointF at)
+    {
+        keepOther(finger);
+        sequence_.move(finger, at.toPoint(), &sheet_).commit();
+    }
+    void release(int finger, QPointF at)
+    {
+        keepOther(finger);
+        sequence_.release(finger, at.toPoint(), &sheet_).commit();
+        down_[finger] = false;
+    }
+    void tap(QPointF at)
+    {
+        press(0, at);
+        release(0, at);
+    }
+    void moveBoth(QPointF first, QPointF second)
+    {
+        sequence_.move(0, first.toPoint(), &sheet_).move(1, second.toPoint(), &sheet_).commit();
+    }
+
+private:
+    // The other finger stays where it is.
+    void keepOther(int finger)
+    {
+        if (down_[1 - finger])
+            sequence_.stationary(1 - finger);
+    }
+
+    SheetWidget& sheet_;
+    std::unique_ptr<QPointingDevice> device_{QTest::createTouchDevice()};
+    QTest::QTouchEventWidgetSequence sequence_ = QTest::touchEvent(&sheet_, device_.get(), false);
+    bool down_[2] = {};
+};
+
+TEST(MainWindow, takesOneFingerForAPen)
+{
+    WindowSession session;
+    TouchScreen screen(session);
+    screen.press(0, middleOf(0, 1));
+    screen.move(0, middleOf(1, 2));
+    EXPECT_TRUE(session.app.pen.penDown);
+    screen.release(0, middleOf(1, 2));
+    EXPECT_FALSE(session.app.pen.penDown);
+    EXPECT_EQ(selection().range, (RangeRef{1, 0, 2, 1}));
+}
+
+TEST(MainWindow, opensTheEditorWithTwoTapsOfAFinger)
+{
+    WindowSession session;
+    session.app.formulaBarVisible = false;
+    TouchScreen screen(session);
+    for (int tap = 0; tap < 2; ++tap) {
+        EXPECT_FALSE(session.app.formulaBar.editing);
+        screen.tap(middleOf(0, 1));
+    }
+    EXPECT_TRUE(session.app.formulaBar.editing);
+}
+
+TEST(MainWindow, takesTwoTapsOfAFingerInTwoPlacesForTwo)
+{
+    WindowSession session;
+    session.app.formulaBarVisible = false;
+    TouchScreen screen(session);
+    for (const int row : {0, 8}) {
+        screen.tap(middleOf(0, row));
+    }
+    EXPECT_FALSE(session.app.formulaBar.editing);
+    EXPECT_EQ(selection().activeRow, 8);
+}
+
+void turnWheel(WindowSession& session, QPoint angle, Qt::KeyboardModifiers held = Qt::NoModifier,
+               QPoint pixels = {}, Qt::ScrollPhase phase = Qt::NoScrollPhase)
+{
+    QWheelEvent event({50, 50}, {50, 50}, pixels, angle, Qt::NoButton, held, phase, false);
+    QCoreApplication::sendEvent(&session.sheet(), &event);
+    session.settle();
+}
+
+TEST(MainWindow, scrollsWithTheWheel)
+{
+    const struct {
+        const char* behaviour;
+        QPoint angle;
+        Qt::KeyboardModifiers held;
+        int leftColumn;
+        int topRow;
+    } steps[] = {
+        {"a notch is three rows",          {0, -120},  Qt::NoModifier,      0, 3},
+        {"a part of one waits",            {0, -60},   Qt::NoModifier,      0, 4},
+        {"for the rest of it",             {0, -60},   Qt::NoModifier,      0, 6},
+        {"and back",                       {0, 120},   Qt::NoModifier,      0, 3},
+        {"with Shift it goes by columns",  {0, -120},  Qt::ShiftModifier,   3, 3},
+        {"as a wheel that leans does",     {120, 0},   Qt::NoModifier,      0, 3},
+        {"no further than the first cell", {600, 600}, Qt::NoModifier,      0, 0},
+        {"with Ctrl it does nothing",      {0, -120},  Qt::ControlModifier, 0, 0},
+    };
+    WindowSession session;
+    for (const auto& step : steps) {
+        turnWheel(session, step.angle, step.held);
+        EXPECT_EQ(workbook->currentSheet->leftColumn, step.leftColumn) << step.behaviour;
+        EXPECT_EQ(workbook->currentSheet->topRow, step.topRow) << step.behaviour;
+    }
+}
+
+TEST(MainWindow, scrollsByThePixelsOfATouchpad)
+{
+    WindowSession session;
+    const int row = currentView().rows.pixels(0);
+    for (int pixel = 0; pixel < row; ++pixel) {
+        EXPECT_EQ(workbook->currentSheet->topRow, 0);
+        turnWheel(session, {0, -8}, Qt::NoModifier, {0, -1}, Qt::ScrollUpdate);
+    }
+    EXPECT_EQ(workbook->currentSheet->topRow, 1);
+}
+
+TEST(MainWindow, scrollsWithTwoFingers)
+{
+    WindowSession session;
+    TouchScreen screen(session);
+    const int row = currentView().rows.pixels(0);
+    screen.press(0, {60, 150});
+    screen.press(1, {100, 150});
+    EXPECT_FALSE(session.app.pen.penDown) << "the second finger ends what the first one did";
+    const RangeRef before = selection().range;
+    screen.moveBoth({60, 150.0 - 2 * row}, {100, 150.0 - 2 * row});
+    EXPECT_EQ(workbook->currentSheet->topRow, 2);
+    screen.release(1, {100, 150.0 - 2 * row});
+    screen.move(0, {60, 20});
+    screen.release(0, {60, 20});
+    EXPECT_EQ(workbook->currentSheet->topRow, 2) << "one finger of two does nothing more";
+    EXPECT_EQ(selection().range, before);
+}
+
+TEST(MainWindow, repaintsWhatChangedAndOnlyOnce)
+{
+    WindowSession session;
+    session.settle();
+    EXPECT_EQ(session.app.repaintHints, 0);
+    session.window.messages().send([] { application->markDirty(DirtyAll); });
+    EXPECT_NE(session.app.repaintHints, 0) << "not within the message";
+    session.settle();
+    EXPECT_EQ(session.app.repaintHints, 0);
+}
+
+} // namespace
+} // namespace vorn::qt
