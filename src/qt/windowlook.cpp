@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QPalette>
 #include <QProxyStyle>
+#include <QWidget>
 
 namespace vorn::qt {
 
