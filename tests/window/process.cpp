@@ -2,6 +2,8 @@
 
 #include <chrono>
 #include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -83,6 +85,21 @@ bool Process::isRunning()
         return true;
     status_ = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return false;
+}
+
+bool Process::isIdle() const
+{
+    std::error_code gone;
+    const std::string threads = "/proc/" + std::to_string(id_) + "/task";
+    for (const auto& thread : std::filesystem::directory_iterator(threads, gone)) {
+        std::string status;
+        std::getline(std::ifstream(thread.path() / "stat"), status);
+        // The state stands behind the name, which is in parentheses and may hold some.
+        const std::size_t name = status.rfind(") ");
+        if (name != std::string::npos && status[name + 2] != 'S')
+            return false;
+    }
+    return true;
 }
 
 std::optional<int> Process::waitForEnd()

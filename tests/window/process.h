@@ -32,6 +32,9 @@ public:
 
     bool isRunning();
 
+    // Does it wait for something to happen, with all of its threads?
+    bool isIdle() const;
+
     // The exit status once it has ended; -1 if a signal has ended it.
     std::optional<int> waitForEnd();
 

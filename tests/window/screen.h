@@ -21,6 +21,9 @@ public:
     const std::string& name() const { return name_; }
     std::string fault() const;
 
+    // Has the server done all that it was asked for?
+    bool isIdle() const { return server_->isIdle(); }
+
     // What is on it now.
     QImage picture() const;
 

@@ -9,7 +9,7 @@ namespace vorn {
 namespace {
 
 // As long as nothing has changed for so long, nothing moves.
-constexpr std::chrono::milliseconds Still{30};
+constexpr std::chrono::milliseconds Still{20};
 
 std::string quoted(const std::string& text)
 {
@@ -71,6 +71,7 @@ void User::start(const std::string& file)
     std::vector<std::string> command = {VORN_PROGRAM, "--locale", "en_US"};
     if (!file.empty())
         command.push_back(file);
+    const QImage before = screen_.picture();
     program_ = std::make_unique<Process>(command, environment(), folder_.file(""), "log");
     const std::string search =
         "search --onlyvisible --all --pid " + std::to_string(program_->id()) + " --name .";
@@ -80,6 +81,7 @@ void User::start(const std::string& file)
         return !mainWindow_.empty() || !program_->isRunning();
     });
     ASSERT_TRUE(found && !mainWindow_.empty()) << "no window comes: " << log();
+    lookAfter(before);
     focus(mainWindow_);
 }
 
@@ -215,15 +217,20 @@ void User::wheelDown(QPoint place, int steps)
 
 // --- Seeing
 
+// Whatever was done before has been answered once neither the program nor the server has anything
+// left to do, and goes on having nothing.
 QImage User::look()
 {
     QImage before;
-    QImage now = screen_.picture();
+    QImage now;
     waitUntil([&] {
+        const bool idle = screen_.isIdle() && (!program_ || program_->isIdle());
         before = now;
-        std::this_thread::sleep_for(Still);
         now = screen_.picture();
-        return now == before;
+        if (idle && now == before)
+            return true;
+        std::this_thread::sleep_for(Still);
+        return false;
     });
     return now;
 }
