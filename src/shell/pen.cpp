@@ -11,6 +11,7 @@
 #include "shell/filldrag.h"
 #include "shell/pointmode.h"
 #include "shell/resizedrag.h"
+#include "shell/scrolling.h"
 #include "shell/tasktap.h"
 
 #include <algorithm>
@@ -68,7 +69,7 @@ bool isInFrozenPart(const GridAxis& axis, int corner, int anchor, unsigned flags
 // the right, and what is frozen without scrolling at all.
 void selectTo(int column, int row, unsigned flags)
 {
-    Sheet& sheet = *workbook->currentSheet;
+    const Sheet& sheet = *workbook->currentSheet;
     const Selection& selection = application->activeSelection();
     const GridView view = currentView();
     const int left = sheet.leftColumn;
@@ -77,10 +78,10 @@ void selectTo(int column, int row, unsigned flags)
     const bool onlyColumns = (flags & SelectColumns) != 0;
     moveTo(onlyRows ? view.columns.scrollFirst() : column,
            onlyColumns ? view.rows.scrollFirst() : row, flags, ShowCell);
-    if (onlyRows || isInFrozenPart(view.columns, column, selection.anchorColumn, flags))
-        sheet.leftColumn = left;
-    if (onlyColumns || isInFrozenPart(view.rows, row, selection.anchorRow, flags))
-        sheet.topRow = top;
+    const bool keepsLeft =
+        onlyRows || isInFrozenPart(view.columns, column, selection.anchorColumn, flags);
+    const bool keepsTop = onlyColumns || isInFrozenPart(view.rows, row, selection.anchorRow, flags);
+    setViewStart(keepsLeft ? left : sheet.leftColumn, keepsTop ? top : sheet.topRow);
 }
 
 // `whole` is SelectCell, SelectRows or SelectColumns.
