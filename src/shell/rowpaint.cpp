@@ -128,8 +128,8 @@ void RowPainter::paintContents(int row, int top)
         return;
     enter(row, top);
     loadAbove();
-    if (sheet_.rowAt(row) != nullptr)
-        paintTexts();
+    if (const Row* object = sheet_.rowAt(row))
+        paintTexts(*object);
     paintBorders();
     if (sheet_.filter.active && sheet_.filter.range.firstRow == row)
         paintFilterMarks();
@@ -205,21 +205,20 @@ void RowPainter::endGround(int bottom)
 
 // From right to left, so that each text ends where the one behind it begins. Once that lies left of
 // what is seen, nothing further left can reach it.
-void RowPainter::paintTexts()
+void RowPainter::paintTexts(const Row& row)
 {
-    const Row& row = *sheet_.rowAt(row_);
     int limit = columns_.left(nextOccupied(row, columns_.last()));
     for (int column = previousOccupied(row, columns_.last() + 1); column >= 0 && limit > seen_.left;
          column = previousOccupied(row, column)) {
         if (columns_.isShown(column))
-            paintText(column, limit);
+            paintText(column, row.cells[column].value, limit);
         limit = columns_.left(column);
     }
 }
 
-void RowPainter::paintText(int column, int overflowLimit)
+void RowPainter::paintText(int column, const CellValue& stored, int overflowLimit)
 {
-    const CellValue& value = resultOf(sheet_.cellAt(column, row_)->value);
+    const CellValue& value = resultOf(stored);
     const CellStyle& style = column < columns_.first() ? styleOf(column, row_) : styles_[column];
     texts_.paint(value, style, cellRect(column),
                  limitOf(textReach(value, style), column, overflowLimit));

@@ -80,8 +80,8 @@ private:
     void paintLowerGridlines();
     void followRightGridlines();
     void endRightGridline(int column, int bottom);
-    void paintTexts();
-    void paintText(int column, int overflowLimit);
+    void paintTexts(const Row& row);
+    void paintText(int column, const CellValue& stored, int overflowLimit);
     int limitOf(TextReach reach, int column, int overflowLimit) const;
     bool hasTopLine(int column) const;
     bool hasRightLine(int column) const;
