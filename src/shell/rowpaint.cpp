@@ -42,24 +42,10 @@ int PaneColumns::next(int column) const
 
 // --- The row and its styles
 
-namespace {
-
-// Where the first row stands, or would stand if the pane went on to the edge of the sheet.
-int topOfSheet(const GridAxis& rows, const Pane& pane)
-{
-    int top = pane.rect.top;
-    for (int row = 0; row < pane.range.firstRow; ++row)
-        top -= rows.pixels(row);
-    return top;
-}
-
-} // namespace
-
 RowPainter::RowPainter(Canvas& canvas, const GridView& view, const Pane& pane, const Rect& seen)
     : canvas_(canvas), sheet_(view.rows.sheet()), rows_(view.rows), seen_(seen),
       columns_(view.columns, pane, seen), texts_(canvas, sheet_, seen),
-      lastRowOfPane_(shownRowBefore(pane.range.lastRow + 1)),
-      swapsDots_((columns_.left(0) + topOfSheet(rows_, pane)) % 2 != 0)
+      lastRowOfPane_(shownRowBefore(pane.range.lastRow + 1))
 {
     gridlineTops_.fill(NoLine);
 }
@@ -117,6 +103,7 @@ void RowPainter::paintGround(int row, int top)
     enter(row, top);
     paintFills();
     if (sheet_.showGridlines) {
+        followBoard();
         paintLowerGridlines();
         followRightGridlines();
     }
@@ -151,7 +138,22 @@ void RowPainter::paintFills()
 }
 
 // The dots belong to the sheet and not to the window, so that they still meet those that were moved
-// along with it.
+// along with it. Their board begins anew every few rows: from the first row on, its place would
+// take a walk over all that is scrolled away.
+void RowPainter::followBoard()
+{
+    constexpr int boardRows = 64;
+    const int first = row_ - row_ % boardRows;
+    if (first == boardRow_)
+        return;
+    endGround(top_);
+    boardRow_ = first;
+    int boardTop = top_;
+    for (int row = first; row < row_; ++row)
+        boardTop -= rows_.pixels(row);
+    swapsDots_ = (columns_.left(0) + boardTop) % 2 != 0;
+}
+
 void RowPainter::paintGridline(const Rect& line)
 {
     if (swapsDots_)

@@ -76,6 +76,7 @@ private:
     int shownRowBefore(int row) const;
     Rect cellRect(int column) const;
     void paintFills();
+    void followBoard();
     void paintGridline(const Rect& line);
     void paintLowerGridlines();
     void followRightGridlines();
@@ -96,13 +97,16 @@ private:
     const PaneColumns columns_;
     CellTextPainter texts_;
     int lastRowOfPane_; // the last one that has pixels
-    bool swapsDots_;    // of the gridlines
 
     int row_ = 0;
     int top_ = 0;
     int bottom_ = 0;
     Styles styles_; // of the row
     Styles above_;  // of the one that stands on it; its row is -1 if there is none
+
+    // The board of the gridlines' dots: the row where it began, and which of its colours is first.
+    int boardRow_ = -1;
+    bool swapsDots_ = false;
 
     // Where the gridline at the right of each column began, as far as the ground is painted.
     std::array<int, ColumnCount> gridlineTops_;

@@ -171,7 +171,7 @@ TEST_F(CellPaint, paintsASheetWhoseRestIsHidden)
 // A sheet with all that can be seen in cells, thrown together.
 class CellPaintParts : public CellPaint {
 protected:
-    static constexpr Rect Wide = {7, 5, 407, 255};
+    static constexpr Rect Wide = {7, 5, 307, 205};
 
     void fillSheet(unsigned seed)
     {
@@ -241,6 +241,26 @@ protected:
         EXPECT_TRUE(whole.isBalanced() && parts.isBalanced());
     }
 
+    // What scrolls is moved on the canvas, and only what comes into view and the lowest pixel of
+    // the row that was the last are painted.
+    void expectMovedLikeTheWhole(int from, int by)
+    {
+        PixelCanvas moved(Wide.right, Wide.bottom);
+        sheet.topRow = from;
+        const GridView before(Wide, sheet);
+        paintPanes(moved, before, Wide);
+        const int bottomLine = before.yOfRow(before.lastVisibleRow() + 1) - 1;
+        sheet.topRow = from + by;
+        const GridView after(Wide, sheet);
+        const int dy = after.yOfRow(from + by) - before.yOfRow(from + by);
+        moved.scroll(Wide, 0, dy);
+        paintPanes(moved, after, {Wide.left, Wide.bottom + dy, Wide.right, Wide.bottom});
+        paintPanes(moved, after, {Wide.left, bottomLine + dy, Wide.right, bottomLine + dy + 1});
+        PixelCanvas whole(Wide.right, Wide.bottom);
+        paintPanes(whole, after, Wide);
+        EXPECT_EQ(difference(whole, moved), "") << "from " << from << " by " << by;
+    }
+
     void expectAllPartsLikeTheWhole() const
     {
         expectPartsLikeTheWhole("columns of one pixel", 1, 1000);
@@ -295,25 +315,13 @@ TEST_F(CellPaintParts, lookAsTheyDoInTheWholeAtTheEndOfTheSheet)
     expectAllPartsLikeTheWhole();
 }
 
-// What scrolls is moved on the canvas, and only what comes into view and the pixels that look
-// otherwise at the edges are painted.
 TEST_F(CellPaintParts, lookTheSameWhenTheyAreMoved)
 {
     fillSheet(4);
-    for (int step = 1; step < 8; ++step) {
-        PixelCanvas moved(Wide.right, Wide.bottom);
-        paintPanes(moved, GridView(Wide, sheet), Wide);
-        const GridView before(Wide, sheet);
-        const int bottomLine = before.yOfRow(before.lastVisibleRow() + 1) - 1;
-        sheet.topRow = step;
-        const int dy = GridView(Wide, sheet).yOfRow(step) - before.yOfRow(step);
-        moved.scroll(Wide, 0, dy);
-        const GridView view(Wide, sheet);
-        paintPanes(moved, view, {Wide.left, Wide.bottom + dy, Wide.right, Wide.bottom});
-        paintPanes(moved, view, {Wide.left, bottomLine + dy, Wide.right, bottomLine + dy + 1});
-        PixelCanvas whole(Wide.right, Wide.bottom);
-        paintPanes(whole, view, Wide);
-        EXPECT_EQ(difference(whole, moved), "") << step;
+    sheet.defaultRowHeight = 255; // an odd number of pixels
+    for (const int from : {0, 3, 30, 57, 130}) {
+        for (const int step : {1, 2, 7})
+            expectMovedLikeTheWhole(from, step);
     }
 }
 
