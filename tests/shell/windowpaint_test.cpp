@@ -251,6 +251,68 @@ TEST_F(WindowPaintTest, paintsAllThatCannotBeMoved)
     EXPECT_EQ(pass().count("text"), 17 + 2) << "all rows in view, but no title of a column";
 }
 
+// The pixels of a window after each pass are those of one that is painted at once.
+class WindowPaintScreenTest : public WindowPaintTest {
+protected:
+    void open(int width, int height)
+    {
+        screen = PixelCanvas(width, height);
+        forgetPainted();
+        session.app.resize({0, 0, width, height});
+        paintChanges(screen);
+    }
+    std::string scrolledTo(int column, int row)
+    {
+        session.sheet().leftColumn = column;
+        session.sheet().topRow = row;
+        session.app.markDirty(DirtyScrolled);
+        paintChanges(screen);
+        PixelCanvas fresh(screen.width(), screen.height());
+        paintWindow(fresh, session.app.clientArea);
+        return difference(screen, fresh);
+    }
+
+    PixelCanvas screen{1, 1};
+};
+
+// The last row in view has a line below it, the first column one before it.
+TEST_F(WindowPaintScreenTest, movesLinesAtTheEdgesOfTheView)
+{
+    CellStyle style = defaultStyle();
+    style.set(StyleBottomLine, 1);
+    style.set(StyleLeftLine, 1);
+    const int lined = workbook->addStyle(style);
+    for (int row = 0; row < 12; ++row) {
+        for (int column = 0; column < 8; ++column)
+            session.sheet().setCellStyle(column, row, lined);
+    }
+    for (int more = -1; more <= 1; ++more) {
+        open(26 + 2 * 63 + ScrollBarThickness + more,
+             FormulaBarHeight + 14 + 5 * 17 + ScrollBarThickness + more);
+        for (const int to : {1, 2, 4, 3, 2, 0}) {
+            EXPECT_EQ(scrolledTo(0, to), "") << "to row " << to << " with " << more;
+            EXPECT_EQ(scrolledTo(to, to), "") << "to column " << to << " with " << more;
+            EXPECT_EQ(scrolledTo(0, to), "") << "and back with " << more;
+        }
+    }
+}
+
+// A file may say that the view begins among the frozen ones.
+TEST_F(WindowPaintScreenTest, scrollsFromUnderTheFrozenOnes)
+{
+    Sheet& sheet = session.sheet();
+    sheet.titleRows = true;
+    sheet.titleColumns = true;
+    sheet.titles.set(0, 0, 1, 3);
+    sheet.leftColumn = 0;
+    sheet.topRow = 0;
+    open(200, 200);
+    EXPECT_EQ(scrolledTo(0, 2), "") << "as far as it is seen it did not move";
+    EXPECT_EQ(scrolledTo(0, 4), "");
+    EXPECT_EQ(scrolledTo(0, 1), "");
+    EXPECT_EQ(scrolledTo(2, 1), "");
+}
+
 // --- Lines of a resize
 
 TEST_F(WindowPaintTest, drawsTheLineOfAResizeAndTakesItAway)
