@@ -139,9 +139,17 @@ void paintFormulaBarChange(Canvas& canvas, const FormulaBarLook& now, const Form
         paintFormulaBar(canvas, now);
         return;
     }
+    // Neighbours share an edge. In a strip that is too narrow for all of them more is shared, and
+    // the later one lies on top.
+    constexpr int sharedEdge = 1;
+    Rect painted;
     for (std::size_t place = 0; place < now.buttons.size(); ++place) {
-        if (now.buttons[place] != before.buttons[place])
-            paintBarButton(canvas, now.buttons[place]);
+        const Rect& area = now.buttons[place].area;
+        if (now.buttons[place] == before.buttons[place] &&
+            area.intersected(painted).width() <= sharedEdge)
+            continue;
+        paintBarButton(canvas, now.buttons[place]);
+        painted = area;
     }
 }
 
