@@ -127,7 +127,7 @@ TEST_F(WindowPaintTest, countsTheTypingOfAValue)
         << "the cells, but no title";
 }
 
-TEST_F(WindowPaintTest, paintsNothingOfTheGridWhenTheEditorOpens)
+TEST_F(WindowPaintTest, paintsTwoButtonsWhenTheEditorOpens)
 {
     for (const bool bar : {true, false}) {
         session.app.formulaBarVisible = bar;
@@ -135,8 +135,10 @@ TEST_F(WindowPaintTest, paintsNothingOfTheGridWhenTheEditorOpens)
         pass();
         keyDown(KeyF2, {});
         const RecordingCanvas canvas = pass();
+        EXPECT_EQ(canvas.count("icon"), bar ? 2 : 0);
         EXPECT_EQ(canvas.count("text"), 0);
         EXPECT_EQ(canvas.count("invert"), 0);
+        EXPECT_EQ(canvas.count("pattern"), 0);
         keyDown(KeyEscape, {});
         pass();
     }
