@@ -77,6 +77,17 @@ int QtCanvas::edge(int position) const
     return static_cast<int>(std::clamp(std::floor(position * scale_ + 0.5), -limit, limit));
 }
 
+// The window's pixel that a pixel of the picture belongs to.
+int QtCanvas::squareAt(int position) const
+{
+    int square = static_cast<int>(position / scale_);
+    while (edge(square + 1) <= position)
+        ++square;
+    while (edge(square) > position)
+        --square;
+    return square;
+}
+
 QRect QtCanvas::onPicture(const Rect& area) const
 {
     if (area.isEmpty())
@@ -184,26 +195,25 @@ void QtCanvas::fill(const Rect& area, Colour colour)
     });
 }
 
+// Where squares of the board differ in size, the first colour keeps to the smallest: a line of it
+// is as thin everywhere.
 void QtCanvas::fillPattern(const Rect& area, Colour colour, Colour other)
 {
-    const std::array<QRgb, 2> pixel{onScreen(colour), onScreen(other)};
-    // The square of the board that a pixel of the picture belongs to.
-    const auto square = [this](int position) {
-        int found = static_cast<int>(position / scale_);
-        while (edge(found + 1) <= position)
-            ++found;
-        while (edge(found) > position)
-            --found;
-        return found;
-    };
+    const QRgb first = onScreen(colour), second = onScreen(other);
+    const int side = std::max(static_cast<int>(scale_), 1);
     paintRows(area, [&](QRgb* row, int left, int count, int y) {
-        const int down = square(y);
-        int across = square(left);
-        int next = edge(across + 1);
+        const int down = squareAt(y);
+        const bool between = y - edge(down) >= side;
+        int across = squareAt(left);
+        int begin = edge(across), next = edge(across + 1);
         for (int i = 0; i < count; ++i) {
-            if (left + i >= next)
+            const int x = left + i;
+            if (x >= next) {
+                begin = next;
                 next = edge(++across + 1);
-            row[i] = pixel[static_cast<std::size_t>(across + down) & 1];
+            }
+            const bool dark = (across + down) % 2 == 0 && !between && x - begin < side;
+            row[i] = dark ? first : second;
         }
     });
 }

@@ -50,6 +50,7 @@ public:
 private:
     // From the system's pixels to those of the picture.
     int edge(int position) const;
+    int squareAt(int position) const;
     QRect onPicture(const Rect& area) const;
     QPointF middleOf(Point point) const;
 

@@ -157,6 +157,27 @@ TEST(QtCanvas, aPatternIsAChessboardOfTheWindowsPixels)
     }
 }
 
+TEST(QtCanvas, linesOfAPatternAreEquallyThinAtEveryScale)
+{
+    for (const double scale : AllScales) {
+        for (int top = 1; top < 12; ++top) {
+            Picture picture(scale);
+            picture.canvas.fillPattern({0, top, 60, top + 1}, Red, Green);
+            int rows = 0;
+            for (int y = 0; y < picture.image.height(); ++y) {
+                for (int x = 0; x < 4; ++x) {
+                    if (picture.is(x, y, Red)) {
+                        ++rows;
+                        break;
+                    }
+                }
+            }
+            EXPECT_EQ(rows, static_cast<int>(scale)) << scale << ' ' << top;
+            EXPECT_EQ(picture.painted().width(), std::lround(60 * scale)) << scale;
+        }
+    }
+}
+
 TEST(QtCanvas, clipsNarrowAndComeBack)
 {
     Picture picture;
