@@ -58,7 +58,7 @@ void addOptions(CLI::App& program, Call& call)
         ->type_name("W H")
         ->expected(2)
         ->allow_extra_args(false) // the file follows
-        ->check(CLI::Range(1, PictureSideMax))
+        ->check(CLI::Range(LeastWindowSide, PictureSideMax))
         ->needs(picture);
     program.add_option("--scale", call.scale, "Scale of the picture, such as 1.5")
         ->type_name("S")

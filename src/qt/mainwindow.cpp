@@ -15,12 +15,6 @@
 
 namespace vorn::qt {
 
-namespace {
-
-constexpr QSize LeastWindowSize = {120, 120};
-
-} // namespace
-
 MainWindow::MainWindow()
     : messages_([this] { follow(); }),
       bars_([this](int id) { messages_.send([id] { onCommand(static_cast<std::uint16_t>(id)); }); },
@@ -33,7 +27,7 @@ MainWindow::MainWindow()
     rows->addWidget(&bars_);
     rows->addWidget(&sheet_, 1);
     setFocusPolicy(Qt::NoFocus);
-    setMinimumSize(LeastWindowSize);
+    setMinimumSize(LeastWindowSide, LeastWindowSide);
     setWindowIcon(iconOf(IconVorn));
     loadSettings();
     bars_.restore(application->commandBand);

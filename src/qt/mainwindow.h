@@ -21,6 +21,7 @@ namespace vorn::qt {
 
 // Of the window as a whole, without the desktop's frame.
 constexpr QSize FirstWindowSize = {240, 320};
+constexpr int LeastWindowSide = 120;
 
 class MainWindow : public QWidget {
 public:

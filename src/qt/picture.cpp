@@ -28,7 +28,7 @@ BoxAnswer PictureUser::messageBox(std::u16string_view, std::u16string_view text,
 bool writePicture(MainWindow& window, const QString& path)
 {
     window.repaintNow();
-    QImageWriter writer(path);
+    QImageWriter writer(path, "png");
     if (writer.write(window.grab().toImage()))
         return true;
     std::fprintf(stderr, "vorn: %s: %s\n", qUtf8Printable(path),

@@ -27,8 +27,8 @@ private:
     bool spoken_ = false;
 };
 
-// Writes the window as it stands; the end of the path says in which format. False, with a line on
-// the standard error stream, if that is not possible.
+// Writes the window as it stands, as a PNG. False, with a line on the standard error stream, if
+// that is not possible.
 bool writePicture(MainWindow& window, const QString& path);
 
 } // namespace vorn::qt

@@ -6,12 +6,36 @@
 #include "shell/application.h"
 #include "shell/cursor.h"
 #include "shell/entry.h"
+#include "shell/hittest.h"
 #include "shell/windowpaint.h"
 
-#include <QPaintEvent>
 #include <QPainter>
 
 namespace vorn::qt {
+
+namespace {
+
+Qt::CursorShape cursorOf(PointerShape shape)
+{
+    switch (shape) {
+    case PointerShape::Arrow:
+        break;
+    case PointerShape::Cross:
+        return Qt::CrossCursor;
+    case PointerShape::ColumnSize:
+    case PointerShape::Splitter:
+        return Qt::SplitHCursor;
+    case PointerShape::RowSize:
+        return Qt::SplitVCursor;
+    case PointerShape::Fill:
+        return Qt::SizeFDiagCursor;
+    case PointerShape::Text:
+        return Qt::IBeamCursor;
+    }
+    return Qt::ArrowCursor;
+}
+
+} // namespace
 
 SheetWidget::SheetWidget(Messages& messages, QWidget* parent)
     : QWidget(parent), messages_(messages), penInput_(messages), edit_(messages, this)
@@ -19,6 +43,7 @@ SheetWidget::SheetWidget(Messages& messages, QWidget* parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_AcceptTouchEvents);
     setAttribute(Qt::WA_InputMethodEnabled);
+    setMouseTracking(true);      // for the shape of the pointer
     setFocusPolicy(Qt::NoFocus); // see followFocus
     setMinimumSize(1, 1);
     renewPicture();
@@ -66,7 +91,7 @@ void SheetWidget::resizeEvent(QResizeEvent*)
     application->resize({0, 0, width(), height()});
 }
 
-void SheetWidget::paintEvent(QPaintEvent* event)
+void SheetWidget::paintEvent(QPaintEvent*)
 {
     const qreal scale = devicePixelRatioF();
     if (!qFuzzyCompare(image_.devicePixelRatio(), scale))
@@ -74,7 +99,6 @@ void SheetWidget::paintEvent(QPaintEvent* event)
     // What is about to be shown would be replaced at once.
     repaintChanges();
     QPainter painter(this);
-    painter.setClipRegion(event->region());
     // Each pixel of the picture is one of the screen, whatever the scale: a picture without a
     // scale of its own is neither stretched nor smoothed.
     const QImage pixels(image_.constBits(), image_.width(), image_.height(), image_.bytesPerLine(),
@@ -105,6 +129,11 @@ bool SheetWidget::event(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::TouchBegin:
+        if (isOnControl(static_cast<const QTouchEvent&>(*event))) {
+            event->ignore(); // the toolkit then makes a mouse of the finger
+            return true;
+        }
+        [[fallthrough]];
     case QEvent::TouchUpdate:
     case QEvent::TouchEnd:
     case QEvent::TouchCancel:
@@ -114,6 +143,11 @@ bool SheetWidget::event(QEvent* event)
     default:
         return QWidget::event(event);
     }
+}
+
+bool SheetWidget::isOnControl(const QTouchEvent& event) const
+{
+    return childAt(event.points().front().position().toPoint()) == &edit_;
 }
 
 void SheetWidget::keyPressEvent(QKeyEvent* event)
@@ -152,11 +186,22 @@ void SheetWidget::mousePressEvent(QMouseEvent* event)
 void SheetWidget::mouseMoveEvent(QMouseEvent* event)
 {
     penInput_.move(*event);
+    showPointer(event->position());
+}
+
+void SheetWidget::showPointer(const QPointF& place)
+{
+    if (workbook == nullptr)
+        return;
+    const Qt::CursorShape shape = cursorOf(pointerShapeAt(qFloor(place.x()), qFloor(place.y())));
+    if (cursor().shape() != shape)
+        setCursor(shape);
 }
 
 void SheetWidget::mouseReleaseEvent(QMouseEvent* event)
 {
     penInput_.release(*event);
+    showPointer(event->position());
 }
 
 void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event)

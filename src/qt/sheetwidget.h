@@ -51,6 +51,8 @@ protected:
 
 private:
     void renewPicture();
+    void showPointer(const QPointF& place);
+    bool isOnControl(const QTouchEvent& event) const;
     void followFocus();
 
     Messages& messages_;

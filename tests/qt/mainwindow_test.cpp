@@ -385,6 +385,45 @@ TEST(MainWindow, scrollsWithTwoFingers)
     EXPECT_EQ(selection().range, before);
 }
 
+TEST(MainWindow, letsAFingerOnTheEditControlBeAMouse)
+{
+    WindowSession session;
+    session.window.messages().send([] { application->enterCell(u"hello"); });
+    session.settle();
+    TouchScreen screen(session);
+    const QRect place = session.control().geometry();
+    screen.tap(QPointF(place.right() - 3, place.top() + 8));
+    EXPECT_TRUE(session.app.formulaBar.editing);
+    EXPECT_EQ(session.line(), "hello|");
+}
+
+TEST(MainWindow, showsWithThePointerWhatAPressWouldDo)
+{
+    WindowSession session;
+    const GridView view = currentView();
+    const GridLayout areas = currentLayout();
+    const qreal edge = view.xOfColumn(0) + view.columns.pixels(0);
+    const qreal titles = (areas.columnTitles.top + areas.columnTitles.bottom) / 2.0;
+    const struct {
+        const char* behaviour;
+        QPointF at;
+        Qt::CursorShape shape;
+    } cases[] = {
+        {"a cell", middleOf(1,   3),                              Qt::CrossCursor},
+        {"a title",        {edge / 2, titles},            Qt::ArrowCursor                 },
+        {"a column's edge",        {edge, titles},    Qt::SplitHCursor},
+        {"the tabs",        {60, areas.tabArea.top + 5.0},           Qt::ArrowCursor         },
+        {"the tabs' splitter",
+         {areas.tabSplitter.left + 1.0, areas.tabArea.top + 5.0},
+         Qt::SplitHCursor},
+    };
+    for (const auto& c : cases) {
+        session.hover(session.sheet(), c.at);
+        EXPECT_EQ(session.sheet().cursor().shape(), c.shape) << c.behaviour;
+    }
+    EXPECT_EQ(session.control().cursor().shape(), Qt::IBeamCursor);
+}
+
 TEST(MainWindow, repaintsWhatChangedAndOnlyOnce)
 {
     WindowSession session;

@@ -73,6 +73,12 @@ public:
                           held ? button : Qt::NoButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&widget, &event);
     }
+    void hover(QWidget& widget, QPointF at)
+    {
+        QMouseEvent event(QEvent::MouseMove, at, widget.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &event);
+    }
     void click(QWidget& widget, QPointF at, Qt::MouseButton button = Qt::LeftButton)
     {
         mouse(QEvent::MouseButtonPress, widget, at, button);
