@@ -50,7 +50,8 @@ constexpr RowData Rows[] = {
     {129, Note,    u"",             {1110}},
 
     {133, Fields,  u"",             {1051}},
-    {133, List,    u"",             {1003, 1035, 1032}},
+    {133, List,    u"",             {1003}},
+    {133, Flow,    u"",             {1035, 1032}},
 
     {134, Fields,  u"Horizontal:",  {1004}},
     {134, Fields,  u"Vertical:",    {1044}},

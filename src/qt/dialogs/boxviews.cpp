@@ -19,12 +19,17 @@ protected:
     void nextCheckState() override {}
 };
 
+// A tap that would turn it on does not; but its group turns it off so when another goes on.
 class ModelRadioButton : public QRadioButton {
 public:
     using QRadioButton::QRadioButton;
 
 protected:
-    void nextCheckState() override {}
+    void nextCheckState() override
+    {
+        if (isChecked())
+            QRadioButton::nextCheckState();
+    }
 };
 
 Qt::CheckState checkStateOf(BoxState state)

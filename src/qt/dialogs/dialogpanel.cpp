@@ -16,7 +16,7 @@ namespace vorn::qt {
 namespace {
 
 constexpr int CaptionColumn = 0, FieldColumn = 1, ColumnCount = 2;
-constexpr int NoteLines = 4;
+constexpr int NoteLines = 3;
 
 bool standsAsCaption(const Control& control)
 {
@@ -29,7 +29,6 @@ DialogPanel::DialogPanel(DialogModel& dialog, FlowRow& foot, QWidget* parent)
     : QWidget(parent), dialog_(dialog), grid_(new QGridLayout(this))
 {
     setObjectName(QString::number(dialog.number()));
-    grid_->setContentsMargins(Margin, Margin, Margin, Margin);
     grid_->setHorizontalSpacing(Gap);
     grid_->setVerticalSpacing(Gap);
     grid_->setColumnStretch(FieldColumn, 1);
@@ -43,6 +42,8 @@ DialogPanel::DialogPanel(DialogModel& dialog, FlowRow& foot, QWidget* parent)
         nameForAssistants(row);
     }
     moveButtonsTo(foot);
+    const int margin = isBare() ? 0 : Margin;
+    grid_->setContentsMargins(margin, margin, margin, margin);
     // What is left of the height goes to a list, or else below everything.
     bool grows = false;
     for (int row = 0; row < rows_; ++row)

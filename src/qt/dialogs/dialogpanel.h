@@ -31,6 +31,9 @@ public:
 
     ControlView* find(int control) const;
 
+    // Are all its controls at the foot?
+    bool isBare() const { return rows_ == 0; }
+
     // Called when the model closes.
     std::function<void()> onClosed;
 

@@ -12,9 +12,9 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
-#include <QShowEvent>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -61,8 +61,7 @@ DialogWindow::DialogWindow(QWidget* parent, DialogModel& dialog, QSize room)
         addPages();
     addFoot();
     auto* help = new QShortcut(QKeySequence(QKeySequence::HelpContents), this);
-    connect(help, &QShortcut::activated, this,
-            [this] { platform.userInterface->showHelp(dialog_.helpAnchor()); });
+    connect(help, &QShortcut::activated, this, [this] { showHelp(); });
     fit(room);
 }
 
@@ -126,19 +125,23 @@ void DialogWindow::addFoot()
         connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
         foot_->add(cancel);
     }
-    auto* help = makeButton(QStringLiteral("?"), this);
-    help->setMinimumWidth(ButtonHeight);
-    help->setMaximumWidth(ButtonHeight);
+    foot_->addLead(makeHelpButton());
+    foot_->setContentsMargins(Margin, panels_.front()->isBare() ? Margin : 0, Margin, Margin);
+    layout()->addWidget(foot_);
+    for (DialogPanel* panel : panels_)
+        panel->orderTabs(ok);
+}
+
+QWidget* DialogWindow::makeHelpButton()
+{
+    auto* help = new QToolButton(this);
+    help->setText(QStringLiteral("?"));
+    help->setFixedSize(ButtonHeight, ButtonHeight);
     help->setObjectName(QStringLiteral("help"));
     help->setAccessibleName(tr("Help"));
     help->setToolTip(tr("Help"));
-    connect(help, &QPushButton::clicked, this,
-            [this] { platform.userInterface->showHelp(dialog_.helpAnchor()); });
-    foot_->add(help);
-    foot_->setContentsMargins(Margin, 0, Margin, Margin);
-    layout()->addWidget(foot_);
-    for (DialogPanel* panel : panels_)
-        panel->orderTabs(foot_->at(0));
+    connect(help, &QToolButton::clicked, this, [this] { showHelp(); });
+    return help;
 }
 
 // --- Where it stands
@@ -166,18 +169,29 @@ void DialogWindow::standInPlace()
 {
     if (dialog_.place == nullptr)
         return;
-    const QRect available = screen()->availableGeometry();
-    QPoint corner(dialog_.place->left, dialog_.place->top);
-    if (dialog_.place->left < 0) {
-        const QRect owner =
-            parentWidget() != nullptr ? parentWidget()->window()->frameGeometry() : available;
-        corner = {owner.center().x() - width() / 2, owner.bottom() - height()};
+    if (dialog_.place->left >= 0) {
+        move(dialog_.place->left, dialog_.place->top);
+    } else {
+        const QRect owner = parentWidget() != nullptr ? parentWidget()->window()->frameGeometry()
+                                                      : screen()->availableGeometry();
+        move(owner.center().x() - width() / 2, owner.bottom() - height());
     }
-    corner.setX(std::clamp(corner.x(), available.left(),
-                           std::max(available.left(), available.right() + 1 - width())));
-    corner.setY(std::clamp(corner.y(), available.top(),
-                           std::max(available.top(), available.bottom() + 1 - height())));
-    move(corner);
+}
+
+// The place may be one of a larger screen, and only a window that is shown has its frame.
+void DialogWindow::stayOnScreen()
+{
+    if (dialog_.place == nullptr)
+        return;
+    const QRect room = screen()->availableGeometry();
+    const QRect frame = frameGeometry();
+    const auto into = [](int least, int place, int most) {
+        return std::max(least, std::min(place, most));
+    };
+    const QPoint corner(into(room.left(), frame.left(), room.right() + 1 - frame.width()),
+                        into(room.top(), frame.top(), room.bottom() + 1 - frame.height()));
+    if (corner != frame.topLeft())
+        move(corner);
 }
 
 void DialogWindow::keepPlace()
@@ -189,13 +203,20 @@ void DialogWindow::keepPlace()
                       frame.top() + frame.height()};
 }
 
-void DialogWindow::showEvent(QShowEvent* event)
+// The toolkit gives the keys to a widget of its own choice, as if by the tab key, which would
+// select the text there: so that the one of the model comes after it.
+void DialogWindow::setVisible(bool visible)
 {
-    QDialog::showEvent(event);
-    if (event->spontaneous())
-        return;
-    standInPlace();
-    front().takeFocus();
+    const bool comes = visible && !isVisible();
+    if (comes) {
+        standInPlace();
+        stayOnScreen();
+    }
+    QDialog::setVisible(visible);
+    if (comes) {
+        stayOnScreen();
+        front().takeFocus();
+    }
 }
 
 // --- What happens
@@ -217,6 +238,11 @@ void DialogWindow::accept()
 void DialogWindow::reject()
 {
     dialog_.press(ButtonCancel);
+}
+
+void DialogWindow::showHelp()
+{
+    platform.userInterface->showHelp(dialog_.helpAnchor());
 }
 
 // The model has closed.

@@ -33,8 +33,7 @@ public:
     void accept() override;
     void reject() override;
 
-protected:
-    void showEvent(QShowEvent* event) override;
+    void setVisible(bool visible) override;
 
 private:
     class SheetWatch;
@@ -42,8 +41,11 @@ private:
     void addPanel();
     void addPages();
     void addFoot();
+    QWidget* makeHelpButton();
+    void showHelp();
     void fit(QSize room);
     void standInPlace();
+    void stayOnScreen();
     void keepPlace();
     void turnTo(int page);
     void leave();

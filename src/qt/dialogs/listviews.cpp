@@ -52,6 +52,8 @@ class QuietListView : public QListView {
 public:
     using QListView::QListView;
 
+    QSize sizeHint() const override { return {WantedListWidth, WantedListHeight}; }
+
 protected:
     void focusInEvent(QFocusEvent* event) override
     {
@@ -260,6 +262,8 @@ LabelListView::LabelListView(DialogModel& dialog, const Control& control, QWidge
 
 void LabelListView::beginLabelEdit()
 {
+    if (editor() != nullptr)
+        return;
     const QModelIndex chosen = view()->model()->index(control().selected, 0);
     view()->scrollTo(chosen);
     view()->setFocus(Qt::OtherFocusReason);
@@ -272,10 +276,18 @@ void LabelListView::display()
     // The model has ended the editing by itself: what stands in the line counts for nothing.
     if (ending_ || dialog().labelInEdit() == id())
         return;
-    for (auto* line : view()->viewport()->findChildren<QLineEdit*>()) {
-        line->blockSignals(true);
+    if (QWidget* line = editor(); line != nullptr)
         emit view()->itemDelegate()->closeEditor(line, QAbstractItemDelegate::RevertModelCache);
+}
+
+// One that was closed stays hidden until it is deleted.
+QWidget* LabelListView::editor() const
+{
+    for (auto* line : view()->viewport()->findChildren<QLineEdit*>()) {
+        if (!line->isHidden())
+            return line;
     }
+    return nullptr;
 }
 
 void LabelListView::endLabelEdit(const QString& text)

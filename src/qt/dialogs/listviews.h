@@ -37,6 +37,7 @@ private:
     class Keys;
     class Editing;
 
+    QWidget* editor() const;
     void endLabelEdit(const QString& text);
     void cancelLabelEdit();
 

@@ -70,6 +70,14 @@ void FlowRow::add(QWidget* widget)
     updateGeometry();
 }
 
+void FlowRow::addLead(QWidget* widget)
+{
+    widget->setParent(this);
+    items_.insert(items_.begin(), widget);
+    lead_ = widget;
+    updateGeometry();
+}
+
 std::vector<std::vector<QWidget*>> FlowRow::linesFor(int width) const
 {
     std::vector<std::vector<QWidget*>> lines;
@@ -139,7 +147,7 @@ void FlowRow::place()
         int left = area.left() + (side_ == Qt::AlignRight ? spare : 0);
         for (QWidget* item : line) {
             const int itemWidth = std::min(lineWidth({item}), area.width());
-            item->setGeometry(left, top, itemWidth, height);
+            item->setGeometry(item == lead_ ? area.left() : left, top, itemWidth, height);
             left += itemWidth + Gap;
         }
         top += height + Gap;
@@ -166,7 +174,6 @@ bool FlowRow::event(QEvent* event)
 ScrollingBody::ScrollingBody(QWidget* content, QWidget* parent) : QScrollArea(parent)
 {
     setFrameShape(QFrame::NoFrame);
-    setWidgetResizable(true);
     setWidget(content);
     setFocusPolicy(Qt::NoFocus);
     // The content stands on the window, or on the page of its tab, as if it did not scroll.
@@ -177,8 +184,8 @@ ScrollingBody::ScrollingBody(QWidget* content, QWidget* parent) : QScrollArea(pa
 int ScrollingBody::contentHeight(int width) const
 {
     const QLayout* layout = widget()->layout();
-    const int height = widget()->sizeHint().height();
-    return layout->hasHeightForWidth() ? layout->totalHeightForWidth(width) : height;
+    return layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
+                                       : layout->totalSizeHint().height();
 }
 
 QSize ScrollingBody::sizeHint() const
@@ -188,7 +195,39 @@ QSize ScrollingBody::sizeHint() const
 
 QSize ScrollingBody::minimumSizeHint() const
 {
-    return {widget()->minimumSizeHint().width(), ButtonHeight};
+    return {widget()->minimumSizeHint().width(),
+            std::min(widget()->minimumSizeHint().height(), ButtonHeight)};
+}
+
+// Lists shrink before anything has to scroll.
+int ScrollingBody::leastHeight(int width) const
+{
+    const QLayout* layout = widget()->layout();
+    return layout->hasHeightForWidth() ? layout->totalMinimumHeightForWidth(width)
+                                       : layout->totalMinimumSize().height();
+}
+
+void ScrollingBody::place()
+{
+    const QSize room = maximumViewportSize();
+    int width = std::max(room.width(), widget()->minimumSizeHint().width());
+    if (leastHeight(width) > room.height())
+        width = std::max(room.width() - verticalScrollBar()->sizeHint().width(),
+                         widget()->minimumSizeHint().width());
+    widget()->resize(width, std::max(leastHeight(width), room.height()));
+}
+
+void ScrollingBody::resizeEvent(QResizeEvent* event)
+{
+    place();
+    QScrollArea::resizeEvent(event);
+}
+
+bool ScrollingBody::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == widget() && event->type() == QEvent::LayoutRequest)
+        place();
+    return QScrollArea::eventFilter(watched, event);
 }
 
 // --- Windows

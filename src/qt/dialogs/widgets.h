@@ -22,6 +22,8 @@ constexpr int BoxHeight = 26;
 constexpr int ButtonHeight = 30;
 constexpr int ButtonWidth = 64; // at least
 constexpr int ListHeight = 96;  // at least
+constexpr int WantedListWidth = 320;
+constexpr int WantedListHeight = 220;
 constexpr int Gap = 6;
 constexpr int Margin = 8;
 
@@ -44,6 +46,10 @@ public:
     explicit FlowRow(QWidget* parent, Qt::Alignment side = Qt::AlignLeft);
 
     void add(QWidget* widget);
+
+    // Comes before all others, and stays at the left.
+    void addLead(QWidget* widget);
+
     QWidget* at(std::size_t place) const { return items_[place]; }
     std::size_t count() const { return items_.size(); }
 
@@ -61,10 +67,11 @@ private:
     void place();
 
     std::vector<QWidget*> items_;
+    const QWidget* lead_ = nullptr;
     Qt::Alignment side_;
 };
 
-// Shows one widget, and scrolls where it is higher than the room for it.
+// Shows one widget, which gets all the room there is, and scrolls where it needs more.
 class ScrollingBody : public QScrollArea {
 public:
     ScrollingBody(QWidget* content, QWidget* parent);
@@ -72,6 +79,14 @@ public:
     int contentHeight(int width) const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    int leastHeight(int width) const;
+    void place();
 };
 
 // The window that a new one belongs to: the one that asks at the moment, else `parent`.
