@@ -58,10 +58,11 @@ Screen::Screen(int width, int height)
 {
     const std::string size = std::to_string(width) + "x" + std::to_string(height) + "x24";
     // The server itself picks a number that is free, and tells it once it can be talked to.
-    server_.emplace(std::vector<std::string>{"sh", "-c",
-                                             "exec Xvfb -displayfd 3 -screen 0 " + size +
-                                                 " -fbdir . -nolisten tcp -noreset 3> number"},
-                    Variables{}, folder_.file(""), "log");
+    server_.emplace(
+        std::vector<std::string>{"sh", "-c",
+                                 "exec Xvfb -displayfd 3 -screen 0 " + size +
+                                     " -fbdir . -nolisten tcp -noreset -nocursor 3> number"},
+        Variables{}, folder_.file(""), "log");
     const auto hasNumber = [this] { return folder_.read("number").ends_with('\n'); };
     if (!waitUntil([&] { return hasNumber() || !server_->isRunning(); }) || !hasNumber())
         return;

@@ -38,14 +38,14 @@ TEST_F(Typing, takesReferencesFromThePen)
     startWith("points.vn", "put A1 4\nput B1 5");
     user.tap(cell(1, 3));
     user.type("=");
-    user.tap(cell(0, 0));
-    user.type("*");
-    user.drag(cell(0, 0), cell(1, 1));
-    user.keepPicture("pointing");
-    user.keys("BackSpace");
     user.tap(cell(1, 0));
+    user.type("*Sum(");
+    user.drag(cell(0, 0), cell(1, 0));
+    user.keepPicture("pointing");
+    user.type(")");
     user.keys("Return");
-    EXPECT_EQ(savedText("points.vn --range B4 --as input", "=A1*B1\n"), "=A1*B1\n");
+    EXPECT_EQ(savedText("points.vn --range B4 --as input", "=B1*Sum(A1:B1)\n"), "=B1*Sum(A1:B1)\n");
+    EXPECT_EQ(savedText("points.vn --range B4", "45\n"), "45\n");
     leave();
 }
 

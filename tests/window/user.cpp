@@ -4,6 +4,7 @@
 #include <sstream>
 #include <sys/stat.h>
 #include <thread>
+#include <utility>
 
 namespace vorn {
 namespace {
@@ -17,6 +18,14 @@ std::string quoted(const std::string& text)
     for (const char letter : text)
         result += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
     return result + "'";
+}
+
+std::string repeated(const std::string& text, int times)
+{
+    std::string result;
+    while (times-- > 0)
+        result += text;
+    return result;
 }
 
 std::string words(QPoint place)
@@ -251,18 +260,26 @@ void User::keepPicture(const std::string& what)
 
 QRect User::findFirstCell()
 {
-    const auto changedBy = [this](const char* key) {
-        const QImage before = look();
+    // Far enough below to be empty, so that the formula bar does not change as well.
+    constexpr int RowsAbove = 9;
+    QImage before;
+    const auto changedBy = [&](const char* key) {
         keys(key);
-        return difference(before, lookAfter(before));
+        const QImage after = lookAfter(before);
+        return difference(std::exchange(before, after), after);
     };
-    keys("ctrl+Home");
-    const QRect columns = changedBy("Right");
-    keys("ctrl+Home");
-    const QRect rows = changedBy("Down");
+    keys("ctrl+Home" + repeated(" Down", RowsAbove));
+    before = look();
+    const QRect first = changedBy("Down");
+    const QRect second = changedBy("Down");
+    const QRect beside = changedBy("Right");
     keys("ctrl+Home");
     look();
-    return {columns.left(), rows.top(), columns.width() / 2, rows.height() / 2};
+    // Both cells have changed, and what of the frame stands out of the second one.
+    const int height = second.top() - first.top();
+    const int outside = first.height() - 2 * height;
+    return {beside.left(), first.top() - RowsAbove * height, (beside.width() - outside) / 2,
+            height};
 }
 
 // --- Files
