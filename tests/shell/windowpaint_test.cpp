@@ -277,6 +277,18 @@ protected:
     PixelCanvas screen{1, 1};
 };
 
+TEST_F(WindowPaintScreenTest, losesItsFrameWhenThatIsInvertedAgain)
+{
+    session.select(u"A1", u"B3");
+    open(200, 200);
+    for (const Rect& rect : session.app.painted.inverted.rects())
+        screen.invert(rect);
+    session.select(u"Z99"); // out of view
+    PixelCanvas without(200, 200);
+    paintWindow(without, session.app.clientArea);
+    EXPECT_EQ(difference(screen, without), "");
+}
+
 // The last row in view has a line below it, the first column one before it.
 TEST_F(WindowPaintScreenTest, movesLinesAtTheEdgesOfTheView)
 {
