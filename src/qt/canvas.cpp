@@ -201,7 +201,8 @@ void QtCanvas::fill(const Rect& area, Colour colour)
 // is as thin everywhere.
 void QtCanvas::fillPattern(const Rect& area, Colour colour, Colour other)
 {
-    const QRgb first = onScreen(colour), second = onScreen(other);
+    const std::array<QRgb, 2> colours{onScreen(colour), onScreen(other)};
+    const QRgb lighter = colours[qGray(colours[0]) < qGray(colours[1]) ? 1 : 0];
     const int side = std::max(static_cast<int>(scale_), 1);
     paintRows(area, [&](QRgb* row, int left, int count, int y) {
         const int down = squareAt(y);
@@ -214,8 +215,7 @@ void QtCanvas::fillPattern(const Rect& area, Colour colour, Colour other)
                 begin = next;
                 next = edge(++across + 1);
             }
-            const bool dark = (across + down) % 2 == 0 && !between && x - begin < side;
-            row[i] = dark ? first : second;
+            row[i] = between || x - begin >= side ? lighter : colours[(across + down) & 1];
         }
     });
 }

@@ -162,7 +162,8 @@ TEST(QtCanvas, linesOfAPatternAreEquallyThinAtEveryScale)
     for (const double scale : AllScales) {
         for (int top = 1; top < 12; ++top) {
             Picture picture(scale);
-            picture.canvas.fillPattern({0, top, 60, top + 1}, Red, Green);
+            picture.canvas.fillPattern({0, top, 60, top + 1}, top % 3 == 0 ? Red : Green,
+                                       top % 3 == 0 ? Green : Red);
             int rows = 0;
             for (int y = 0; y < picture.image.height(); ++y) {
                 for (int x = 0; x < 4; ++x) {
