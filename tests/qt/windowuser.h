@@ -1,5 +1,5 @@
-// A user of the program's dialogs as they stand on the screen, of which a test has none. Each window
-// that opens waits for the next step of the test, which uses its widgets.
+// A user of the program's dialogs as they stand on the screen, of which a test has none. Each
+// window that opens waits for the next step of the test, which uses its widgets.
 #pragma once
 
 #include "platform/headless/userinterface.h"
@@ -79,6 +79,25 @@ public:
     std::vector<std::u16string> helpAnchors; // that were asked for
 };
 
+// Where there is no screen, widgets that unfold complain.
+class QuietPlugin {
+public:
+    QuietPlugin()
+    {
+        former = qInstallMessageHandler(
+            [](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+                if (!text.startsWith(QStringLiteral("This plugin does not support")))
+                    former(type, context, text);
+            });
+    }
+    ~QuietPlugin() { qInstallMessageHandler(former); }
+    QuietPlugin(const QuietPlugin&) = delete;
+    QuietPlugin& operator=(const QuietPlugin&) = delete;
+
+private:
+    static inline QtMessageHandler former = nullptr;
+};
+
 // A program whose windows are answered so.
 class WindowTest : public testing::Test {
 protected:
@@ -112,6 +131,7 @@ protected:
         QTest::keyClick(&target, key, modifiers);
     }
 
+    const QuietPlugin quiet;
     TestPlatform machine;
     Application application;
     WindowUser user;

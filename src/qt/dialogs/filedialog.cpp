@@ -115,6 +115,7 @@ void FileDialog::makeNarrow()
         box->setMinimumWidth(FieldWidth);
     }
     setViewMode(List);
+    findChild<QListView*>(QStringLiteral("listView"))->setWrapping(false);
     layout()->setContentsMargins(Margin, Margin, Margin, Margin);
     layout()->setSpacing(Gap);
     layout()->setSizeConstraint(QLayout::SetNoConstraint);

@@ -32,7 +32,12 @@ QString helpFile(const QString& programFolder)
 
 void openHelp(QWidget* parent, std::u16string_view anchor)
 {
-    const QString path = helpFile(QCoreApplication::applicationDirPath());
+    openHelpOf(QCoreApplication::applicationDirPath(), parent, anchor);
+}
+
+void openHelpOf(const QString& programFolder, QWidget* parent, std::u16string_view anchor)
+{
+    const QString path = helpFile(programFolder);
     if (path.isEmpty()) {
         showMessageBox(parent, u"Vorn",
                        u"The help file vorn.htm is not where the program looks "
