@@ -1,6 +1,6 @@
 #include "qt/dialogs/help.h"
 #include "qt/dialogs/widgets.h"
-#include "qt/windowuser.h"
+#include "qt/dialoguser.h"
 #include "support/tempfolder.h"
 
 #include <QDesktopServices>
@@ -14,9 +14,9 @@
 namespace vorn::qt {
 namespace {
 
-class Boxes : public WindowTest {
+class Boxes : public DialogWindowTest {
 protected:
-    BoxAnswer ask(BoxButtons buttons, const WindowUser::Step& step,
+    BoxAnswer ask(BoxButtons buttons, const DialogUser::Step& step,
                   std::u16string_view text = u"Save changes?")
     {
         willDo(step);
@@ -202,9 +202,9 @@ private:
     QTextBrowser pages_;
 };
 
-class Help : public WindowTest {};
+class HelpFile : public DialogWindowTest {};
 
-TEST_F(Help, isFoundWhereAProgramHasIt)
+TEST_F(HelpFile, isFoundWhereAProgramHasIt)
 {
     const struct {
         const char* behaviour;
@@ -231,12 +231,12 @@ QString buildFolder()
     return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../.."));
 }
 
-TEST_F(Help, isFoundInTheSourcesOfABuild)
+TEST_F(HelpFile, isFoundInTheSourcesOfABuild)
 {
     EXPECT_TRUE(helpFile(buildFolder()).endsWith(u"docs/help/vorn.htm"));
 }
 
-TEST_F(Help, opensAtAnAnchor)
+TEST_F(HelpFile, opensAtAnAnchor)
 {
     const Viewer viewer;
     openHelpOf(buildFolder(), nullptr, u"fn_math_trig");
@@ -247,7 +247,7 @@ TEST_F(Help, opensAtAnAnchor)
     EXPECT_EQ(user.titles.size(), 0U);
 }
 
-TEST_F(Help, saysSoWhereThereIsNone)
+TEST_F(HelpFile, saysSoWhereThereIsNone)
 {
     const Viewer viewer;
     const TempFolder folder;

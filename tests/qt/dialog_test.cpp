@@ -3,7 +3,7 @@
 #include "qt/dialogs/help.h"
 #include "qt/dialogs/samples.h"
 #include "qt/dialogs/widgets.h"
-#include "qt/windowuser.h"
+#include "qt/dialoguser.h"
 
 #include "core/input.h"
 #include "core/workbook.h"
@@ -124,10 +124,10 @@ protected:
     void labelEdited(int, std::u16string_view label) override { labels.emplace_back(label); }
 };
 
-class Dialogs : public WindowTest {
+class Dialogs : public DialogWindowTest {
 protected:
     // Runs the probe; `step` is done in its window.
-    bool run(const WindowUser::Step& step)
+    bool run(const DialogUser::Step& step)
     {
         willDo(step);
         return runDialog(probe);
@@ -550,7 +550,7 @@ TEST_F(Dialogs, doNotLetDisabledControlsBeUsed)
 
 TEST_F(Dialogs, forgetTheModelWhenTheWindowGoes)
 {
-    const WindowUser::Step seen = [this](QDialog&) { EXPECT_NE(probe.observer, nullptr); };
+    const DialogUser::Step seen = [this](QDialog&) { EXPECT_NE(probe.observer, nullptr); };
     run(seen);
     EXPECT_EQ(probe.observer, nullptr);
     probe.setText(Line, u"nobody looks");
@@ -609,7 +609,7 @@ TEST_F(Dialogs, goWithTheirOwnerIfItGoes)
 TEST_F(Dialogs, keepTheirPlaceIfTheModelHasOne)
 {
     ScreenRect place;
-    const auto runSmall = [&](const WindowUser::Step& step) {
+    const auto runSmall = [&](const DialogUser::Step& step) {
         Probe small({9, u"Small", u"", SmallControls});
         small.place = &place;
         willDo(step);
@@ -630,7 +630,7 @@ TEST_F(Dialogs, keepTheirPlaceIfTheModelHasOne)
 
 // --- Sheets of pages
 
-class Pages : public WindowTest {
+class Pages : public DialogWindowTest {
 protected:
     static QTabWidget& tabs(QDialog& window) { return *window.findChild<QTabWidget*>(); }
 };
@@ -701,7 +701,7 @@ TEST_F(Pages, comeToTheFrontIfTheyRefuse)
 
 // --- The dialogs of the program
 
-class ProgramDialogs : public WindowTest {
+class ProgramDialogs : public DialogWindowTest {
 protected:
     static QString sample(QDialog& window)
     {
@@ -873,7 +873,7 @@ public:
     ModelUser() { platform.userInterface = this; }
 };
 
-class HelpPage : public WindowTest {
+class HelpPage : public DialogWindowTest {
 protected:
     HelpPage()
     {
@@ -928,7 +928,7 @@ TEST_F(HelpPage, tellsOfEveryFunction)
     }
 }
 
-class Layout : public WindowTest {};
+class DialogLayout : public DialogWindowTest {};
 
 // What a widget has to be wide for.
 bool isCut(const QWidget& part)
@@ -990,7 +990,7 @@ void lookAt(DialogModel& dialog, QSize room, const std::string& name)
 constexpr QSize Handheld(240, 320);
 constexpr QSize Desktop(1280, 800);
 
-TEST_F(Layout, fitsEveryFormOnAHandheldAndOnADesktop)
+TEST_F(DialogLayout, fitsEveryFormOnAHandheldAndOnADesktop)
 {
     for (int number = 100; number < 200; ++number) {
         if (dialogForm(number) == nullptr)
@@ -1005,7 +1005,7 @@ TEST_F(Layout, fitsEveryFormOnAHandheldAndOnADesktop)
     }
 }
 
-TEST_F(Layout, fitsEveryDialogWithWhatStandsInIt)
+TEST_F(DialogLayout, fitsEveryDialogWithWhatStandsInIt)
 {
     for (int row = 0; row < 30; ++row)
         storeCellInput(0, row, u"An entry of some length, number " + numberText(row, 0, KeepZeros));
@@ -1024,7 +1024,7 @@ TEST_F(Layout, fitsEveryDialogWithWhatStandsInIt)
     EXPECT_EQ(count, DialogCount);
 }
 
-TEST_F(Layout, leavesNoControlOut)
+TEST_F(DialogLayout, leavesNoControlOut)
 {
     for (int number = 100; number < 200; ++number) {
         if (dialogForm(number) == nullptr)

@@ -1,7 +1,7 @@
 #include "qt/dialogs/filedialog.h"
 
 #include "qt/dialogs/fileproperties.h"
-#include "qt/windowuser.h"
+#include "qt/dialoguser.h"
 #include "shell/filedialogs.h"
 #include "support/tempfolder.h"
 
@@ -19,7 +19,7 @@
 namespace vorn::qt {
 namespace {
 
-class FileDialogs : public WindowTest {
+class FileDialogs : public DialogWindowTest {
 protected:
     FileDialogs()
     {
@@ -35,7 +35,7 @@ protected:
         question.folder = folder.path("");
     }
 
-    bool ask(const WindowUser::Step& step)
+    bool ask(const DialogUser::Step& step)
     {
         willDo(step);
         return user.askFile(question);

@@ -93,15 +93,17 @@ QComboBox* makeComboBox(QWidget* parent)
 
 // --- Entries that show what they name
 
-QIcon patchOf(std::uint32_t colour)
+QIcon patchOf(std::uint32_t colour, qreal scale)
 {
-    QPixmap patch(PatchSize, PatchSize);
+    const QRect area(0, 0, PatchSize, PatchSize);
+    QPixmap patch(area.size() * scale);
+    patch.setDevicePixelRatio(scale);
     QPainter painter(&patch);
-    painter.fillRect(patch.rect(),
+    painter.fillRect(area,
                      QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
                             static_cast<int>(colour >> 16 & 0xFF)));
     painter.setPen(Qt::gray);
-    painter.drawRect(patch.rect().adjusted(0, 0, -1, -1));
+    painter.drawRect(area.adjusted(0, 0, -1, -1));
     painter.end();
     return QIcon(patch);
 }
@@ -111,8 +113,8 @@ void showColours(QComboBox& box)
     if (workbook == nullptr)
         return;
     for (int entry = 0; entry < std::min(box.count(), ColourEntryCount); ++entry)
-        box.setItemIcon(entry,
-                        patchOf(workbook->palette[colourOfEntry(entry) - FirstPaletteColour]));
+        box.setItemIcon(entry, patchOf(workbook->palette[colourOfEntry(entry) - FirstPaletteColour],
+                                       box.devicePixelRatioF()));
 }
 
 void showFaces(QComboBox& box)
@@ -153,7 +155,6 @@ ListView::ListView(DialogModel& dialog, const Control& control, QWidget* parent)
     view()->setItemDelegate(new RoomyDelegate(view()));
     view()->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view()->setSelectionMode(QAbstractItemView::SingleSelection);
-    view()->setUniformItemSizes(true);
     view()->setMinimumHeight(ListHeight);
     view()->setMinimumWidth(2 * FieldWidth);
     QObject::connect(view()->selectionModel(), &QItemSelectionModel::selectionChanged, view(),

@@ -24,7 +24,7 @@
 
 namespace vorn::qt {
 
-class WindowUser : public SilentUserInterface {
+class DialogUser : public SilentUserInterface {
 public:
     using Step = std::function<void(QDialog&)>;
 
@@ -99,9 +99,9 @@ private:
 };
 
 // A program whose windows are answered so.
-class WindowTest : public testing::Test {
+class DialogWindowTest : public testing::Test {
 protected:
-    WindowTest() { platform.userInterface = &user; }
+    DialogWindowTest() { platform.userInterface = &user; }
 
     template <typename... Some>
     void willDo(Some... some)
@@ -134,7 +134,7 @@ protected:
     const QuietPlugin quiet;
     TestPlatform machine;
     Application application;
-    WindowUser user;
+    DialogUser user;
 };
 
 } // namespace vorn::qt
