@@ -114,7 +114,7 @@ constexpr struct {
     {135, 1008, EntryLook::Colours},
 };
 
-constexpr int AboutDialog = 143;
+constexpr int AboutDialog = 143, FindBox = 125, ReplaceBox = 145;
 
 ArrangedRow rowOf(const RowData& data)
 {
@@ -254,6 +254,18 @@ std::vector<ArrangedRow> arrangementOf(int dialog, std::span<const ControlForm> 
 bool hasCancel(int dialog)
 {
     return dialog != AboutDialog;
+}
+
+std::u16string_view titleOfUntitled(int dialog)
+{
+    switch (dialog) {
+    case FindBox:
+        return u"Find";
+    case ReplaceBox:
+        return u"Replace";
+    default:
+        return u"Vorn";
+    }
 }
 
 EntryLook entryLookOf(int dialog, int control)

@@ -35,6 +35,9 @@ std::vector<ArrangedRow> arrangementOf(int dialog, std::span<const ControlForm> 
 // Dialogs that only tell something have no Cancel.
 bool hasCancel(int dialog);
 
+// The title of the window of a dialog that has none.
+std::u16string_view titleOfUntitled(int dialog);
+
 // How the entries of a choice are shown.
 enum class EntryLook {
     Plain,

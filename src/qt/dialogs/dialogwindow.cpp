@@ -50,7 +50,8 @@ private:
 DialogWindow::DialogWindow(QWidget* parent, DialogModel& dialog, QSize room)
     : QDialog(parent), dialog_(dialog), foot_(new FlowRow(this, Qt::AlignRight))
 {
-    setWindowTitle(titleText(dialog.title()));
+    setWindowTitle(
+        titleText(dialog.title().empty() ? titleOfUntitled(dialog.number()) : dialog.title()));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);

@@ -2,7 +2,9 @@
 
 #include "core/workbook.h"
 #include "editing/formatrequest.h"
+#include "qt/colours.h"
 #include "qt/dialogs/widgets.h"
+#include "qt/fonts.h"
 #include "qt/strings.h"
 
 #include <QComboBox>
@@ -99,9 +101,7 @@ QIcon patchOf(std::uint32_t colour, qreal scale)
     QPixmap patch(area.size() * scale);
     patch.setDevicePixelRatio(scale);
     QPainter painter(&patch);
-    painter.fillRect(area,
-                     QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
-                            static_cast<int>(colour >> 16 & 0xFF)));
+    painter.fillRect(area, colourOf(colour));
     painter.setPen(Qt::gray);
     painter.drawRect(area.adjusted(0, 0, -1, -1));
     painter.end();
@@ -119,10 +119,10 @@ void showColours(QComboBox& box)
 
 void showFaces(QComboBox& box)
 {
+    FontLook look = interfaceFontLook();
     for (int entry = 0; entry < box.count(); ++entry) {
-        QFont font(box.itemText(entry));
-        font.setPointSizeF(box.font().pointSizeF());
-        box.setItemData(entry, font, Qt::FontRole);
+        look.face = fromQt(box.itemText(entry));
+        box.setItemData(entry, fontOf(look), Qt::FontRole);
     }
 }
 

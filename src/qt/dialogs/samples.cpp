@@ -3,7 +3,9 @@
 #include "core/workbook.h"
 #include "editing/formatrequest.h"
 #include "numfmt/locale.h"
+#include "qt/colours.h"
 #include "qt/dialogs/widgets.h"
+#include "qt/fonts.h"
 #include "qt/icons.h"
 #include "qt/strings.h"
 #include "resources/icons.h"
@@ -92,25 +94,26 @@ private:
         const int entry = dialog_.find(control)->selected;
         if (entry == NoEntry || workbook == nullptr)
             return mixed;
-        const std::uint32_t colour = workbook->palette[colourOfEntry(entry) - FirstPaletteColour];
-        return {static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
-                static_cast<int>(colour >> 16 & 0xFF)};
+        return qt::colourOf(workbook->palette[colourOfEntry(entry) - FirstPaletteColour]);
     }
 
+    // As a cell would show it at its own size.
     QFont sampleFont() const
     {
-        QFont sample = font();
+        FontLook look = interfaceFontLook();
         const std::u16string face = chosenText(dialog_, 1005);
         if (!face.empty())
-            sample.setFamily(toQt(face));
+            look.face = face;
         const int points = toQt(chosenText(dialog_, 1006)).toInt();
         if (points > 0)
-            sample.setPointSize(points);
-        sample.setBold(isOn(dialog_, 1009));
-        sample.setItalic(isOn(dialog_, 1010));
-        sample.setUnderline(isOn(dialog_, 1011));
-        return sample;
+            look.height = points * TwipsPerPoint / TwipsPerPixel;
+        look.weight = isOn(dialog_, 1009) ? QFont::Bold : QFont::Normal;
+        look.italic = isOn(dialog_, 1010);
+        look.underline = isOn(dialog_, 1011);
+        return fontOf(look);
     }
+
+    static constexpr int TwipsPerPoint = 20, TwipsPerPixel = 14;
 
     const DialogModel& dialog_;
 };
