@@ -27,6 +27,7 @@ namespace {
 constexpr int StatusFailed = 1;
 constexpr int StatusWrongCall = 2;
 constexpr int PictureSideMax = 10000;
+constexpr double PicturePixelsMax = 64e6;
 
 // What a call asks for.
 struct Call {
@@ -75,6 +76,13 @@ void addOptions(CLI::App& program, Call& call)
         ->check(refuseEmpty);
 }
 
+// A side may be long and the scale high, but not all of it at once.
+bool isTooLarge(const Call& call)
+{
+    return !call.size.empty() &&
+           call.size[0] * call.scale * call.size[1] * call.scale > PicturePixelsMax;
+}
+
 // --- The display
 
 // The toolkit ends the program where it finds no display.
@@ -103,6 +111,7 @@ void chooseDisplay(const Call& call)
     if (!call.picture.empty()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("QT_SCALE_FACTOR", QByteArray::number(call.scale));
+        qunsetenv("QT_SCREEN_SCALE_FACTORS");
     } else if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
                qEnvironmentVariableIsEmpty("DISPLAY") &&
                qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
@@ -144,10 +153,6 @@ int runPicture(const Call& call)
 
 int runWindow(const Call& call)
 {
-    const std::u16string file = absolutePath(call.file);
-    const QString address = instanceAddress();
-    if (askRunningWindow(address, {file.empty() ? RequestFront : RequestOpen, file}))
-        return 0;
     WindowUser user;
     Machine machine(user);
     MachineOptions options = call.machine;
@@ -158,6 +163,10 @@ int runWindow(const Call& call)
         std::fprintf(stderr, "vorn: %s\n", reason.c_str());
         return StatusWrongCall;
     }
+    const std::u16string file = absolutePath(call.file);
+    const QString address = instanceAddress();
+    if (askRunningWindow(address, {file.empty() ? RequestFront : RequestOpen, file}))
+        return 0;
     Application app;
     MainWindow window;
     InstanceServer server([&window](const Request& request) {
@@ -186,6 +195,10 @@ int start(int argc, char** argv)
         return program.exit(request); // help or version
     } catch (const CLI::ParseError& error) {
         std::fprintf(stderr, "vorn: %s\n", error.what());
+        return StatusWrongCall;
+    }
+    if (isTooLarge(call)) {
+        std::fputs("vorn: --size: the picture would be too large\n", stderr);
         return StatusWrongCall;
     }
     call.ownSettings = program.count("--settings") != 0;

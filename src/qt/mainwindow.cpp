@@ -53,6 +53,7 @@ void MainWindow::follow()
         return;
     }
     bars_.follow(application->commandState);
+    keepBands();
     followFullScreen();
     sheet_.follow();
     requestRepaint();
@@ -122,8 +123,13 @@ void MainWindow::activate()
 
 void MainWindow::resizeEvent(QResizeEvent*)
 {
-    // The settings are written by the system, whenever it closes.
-    if (!bars_.isHidden())
+    keepBands();
+}
+
+// The system writes the settings, whenever it closes. Before the bars are seen they have no sizes.
+void MainWindow::keepBands()
+{
+    if (bars_.isVisible())
         application->commandBand = bars_.record();
 }
 

@@ -55,6 +55,7 @@ protected:
 private:
     void follow();
     void followFullScreen();
+    void keepBands();
     void activate();
     void takeRequests();
 

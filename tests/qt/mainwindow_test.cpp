@@ -107,6 +107,7 @@ TEST(MainWindow, readsTheSettingsWhenItIsMade)
 TEST(MainWindow, closesAtOnceWithoutChanges)
 {
     WindowSession session;
+    session.window.resize(400, 300);
     session.window.close();
     EXPECT_TRUE(session.app.quitRequested);
     EXPECT_TRUE(session.window.isHidden());
@@ -114,9 +115,20 @@ TEST(MainWindow, closesAtOnceWithoutChanges)
     std::vector<unsigned char> bands;
     session.machine.settings.open();
     EXPECT_TRUE(session.machine.settings.readBytes("CommandBand", bands));
-    EXPECT_EQ(bands.size(), CommandBandSize);
+    ASSERT_EQ(bands.size(), CommandBandSize);
+    EXPECT_EQ(bands[12] | bands[13] << 8, 400) << "the width that the bars had";
     session.window.close(); // a second time changes nothing
     session.settle();
+}
+
+TEST(MainWindow, keepsTheBandsOfItsFirstSizeToo)
+{
+    WindowSession session;
+    ASSERT_EQ(session.app.commandBand.size(), CommandBandSize);
+    EXPECT_EQ(session.app.commandBand[12] | session.app.commandBand[13] << 8, 240);
+    session.press(Qt::Key_F11);
+    EXPECT_EQ(session.app.commandBand[12] | session.app.commandBand[13] << 8, 240)
+        << "in full screen there are none to keep";
 }
 
 TEST(MainWindow, asksAboutChangesHoweverItIsClosed)
