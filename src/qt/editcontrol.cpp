@@ -35,6 +35,7 @@ EditControl::EditControl(Messages& messages, QWidget* parent)
     setFrame(false);
     setMaxLength(std::numeric_limits<int>::max());
     setAcceptDrops(false);
+    setInputMethodHints(Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase); // formulas are no prose
     setContextMenuPolicy(Qt::PreventContextMenu);
     // The window says who has the focus, by what the model says.
     setFocusPolicy(Qt::NoFocus);

@@ -5,8 +5,10 @@
 #include "shell/look.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
+#include <QStyleOption>
 #include <QWidget>
 
 namespace vorn::qt {
@@ -43,6 +45,21 @@ public:
             break;
         }
         return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+
+    // The line below the menu bar is drawn piece by piece, and has gaps where the screen's scale is
+    // no whole number.
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
+    {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        const bool plain = element == CE_MenuBarEmptyArea ||
+                           (element == CE_MenuBarItem && !option->state.testFlag(State_Selected));
+        if (plain) {
+            const QRectF area = option->rect;
+            const QRectF line(area.left(), area.bottom() - 1.5, area.width() + 1, 2.5);
+            painter->fillRect(line, option->palette.window());
+        }
     }
 };
 
