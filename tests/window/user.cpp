@@ -117,7 +117,7 @@ std::string User::xdotool(const std::string& arguments)
 }
 
 // The number of the topmost of Vorn's windows other than the main one; empty if there is none.
-std::string User::otherWindows()
+std::string User::otherWindow()
 {
     std::istringstream all(xdotool("search --onlyvisible --name ."));
     std::string other;
@@ -146,18 +146,20 @@ void User::expectTitle(const std::string& title)
 void User::turnToDialog(const std::string& title)
 {
     std::string window;
+    std::string now;
     const bool found = waitUntil([&] {
-        window = otherWindows();
-        return !window.empty() && xdotool("getwindowname " + window) == title + "\n";
+        window = otherWindow();
+        now = window.empty() ? "nothing" : xdotool("getwindowname " + window);
+        return now == title + "\n";
     });
-    EXPECT_TRUE(found) << "no window of the title " << title << " comes";
+    EXPECT_TRUE(found) << "instead of " << title << " there is " << now;
     if (found)
         focus(window);
 }
 
 bool User::asksOrEnds(const std::string& title)
 {
-    waitUntil([this] { return !otherWindows().empty() || !program_->isRunning(); });
+    waitUntil([this] { return !otherWindow().empty() || !program_->isRunning(); });
     if (!program_->isRunning())
         return false;
     turnToDialog(title);
@@ -166,7 +168,7 @@ bool User::asksOrEnds(const std::string& title)
 
 void User::turnToMainWindow()
 {
-    EXPECT_TRUE(waitUntil([this] { return otherWindows().empty(); })) << "a window stays";
+    EXPECT_TRUE(waitUntil([this] { return otherWindow().empty(); })) << "a window stays";
     focus(mainWindow_);
 }
 

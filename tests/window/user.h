@@ -96,7 +96,7 @@ public:
 
 private:
     std::string xdotool(const std::string& arguments);
-    std::string otherWindows();
+    std::string otherWindow();
     void focus(const std::string& window);
     Variables environment() const;
 
