@@ -28,6 +28,8 @@ QString captionText(std::u16string_view text)
 
 QString titleText(std::u16string_view text)
 {
+    if (text.empty())
+        return QStringLiteral("Vorn");
     return toQt(text).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
 }
 

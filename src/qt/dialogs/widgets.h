@@ -30,7 +30,8 @@ constexpr int Margin = 8;
 // A text for a button, a box, a tab or a caption, where '&' would else name a key.
 QString captionText(std::u16string_view text);
 
-// A text for the title of a window, where "[*]" would else stand for a mark.
+// A text for the title of a window, where "[*]" would else stand for a mark. A window without one
+// of its own has the program's name there.
 QString titleText(std::u16string_view text);
 
 // The text with places to break in its longest words, paths for example, which else would make a
