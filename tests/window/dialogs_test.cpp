@@ -27,7 +27,7 @@ TEST_F(Dialogs, findATextByTheKeyboard)
     user.keepPicture("find");
     user.type("needle");
     user.keys("Return");
-    user.turnToDialog("vorn");
+    user.turnToDialog("Vorn");
     user.keepPicture("found");
     user.keys("Escape");
     user.turnToMainWindow();

@@ -119,7 +119,7 @@ std::string User::xdotool(const std::string& arguments)
 // The number of the topmost of Vorn's windows other than the main one; empty if there is none.
 std::string User::otherWindow()
 {
-    std::istringstream all(xdotool("search --onlyvisible --name ."));
+    std::istringstream all(xdotool("search --onlyvisible --class vorn"));
     std::string other;
     for (std::string window; all >> window;) {
         if (window != mainWindow_)
