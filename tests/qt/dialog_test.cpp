@@ -930,12 +930,15 @@ TEST_F(HelpPage, tellsOfEveryFunction)
 
 class DialogLayout : public DialogWindowTest {};
 
-// What a widget has to be wide for.
+// Is there less room than the text needs?
 bool isCut(const QWidget& part)
 {
+    if (const auto* button = qobject_cast<const QPushButton*>(&part); button != nullptr)
+        return part.width() <
+               part.fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() + Margin;
+    const auto* label = qobject_cast<const QLabel*>(&part);
     const bool hasText = qobject_cast<const QAbstractButton*>(&part) != nullptr ||
-                         (qobject_cast<const QLabel*>(&part) != nullptr &&
-                          !static_cast<const QLabel&>(part).wordWrap());
+                         (label != nullptr && !label->wordWrap());
     return hasText && part.width() < part.minimumSizeHint().width();
 }
 

@@ -48,7 +48,7 @@ private:
 };
 
 DialogWindow::DialogWindow(QWidget* parent, DialogModel& dialog, QSize room)
-    : QDialog(parent), dialog_(dialog), foot_(new FlowRow(this, Qt::AlignRight))
+    : AskingWindow(parent), dialog_(dialog), foot_(new FlowRow(this, Qt::AlignRight))
 {
     setWindowTitle(
         titleText(dialog.title().empty() ? titleOfUntitled(dialog.number()) : dialog.title()));

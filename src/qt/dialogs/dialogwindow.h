@@ -3,9 +3,8 @@
 // help.
 #pragma once
 
+#include "qt/dialogs/widgets.h"
 #include "shell/dialog.h"
-
-#include <QDialog>
 
 #include <memory>
 #include <vector>
@@ -16,10 +15,8 @@ class QTabWidget;
 namespace vorn::qt {
 
 class DialogPanel;
-class FlowRow;
-class ScrollingBody;
 
-class DialogWindow : public QDialog {
+class DialogWindow : public AskingWindow {
 public:
     // `dialog` is open. It gets what it wants of the room, in pixels.
     DialogWindow(QWidget* parent, DialogModel& dialog, QSize room);

@@ -9,17 +9,12 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
-#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QListView>
 #include <QPointer>
-#include <QPushButton>
 #include <QSplitter>
 #include <QStandardPaths>
-#include <QToolButton>
-
-#include <algorithm>
 
 namespace vorn::qt {
 
@@ -27,6 +22,7 @@ namespace {
 
 constexpr int NarrowRoom = 480; // less wide than the toolkit's dialog is as a whole
 constexpr QSize WantedSize(560, 400);
+constexpr int PlacesWidth = 130; // of the folders at the side
 
 // "Text Files (*.csv)" and "*.csv;*.txt" become "Text Files (*.csv *.txt)", from which the toolkit
 // reads the patterns.
@@ -97,6 +93,9 @@ FileDialog::FileDialog(QWidget* parent, const FileQuestion& question, QSize room
         connect(types_, &QComboBox::textActivated, this, [this] { followType(); });
     if (room.width() < NarrowRoom)
         makeNarrow();
+    else
+        findChild<QSplitter*>(QStringLiteral("splitter"))
+            ->setSizes({PlacesWidth, WantedSize.width() - PlacesWidth});
     setMaximumSize(room);
     resize(WantedSize.boundedTo(room));
 }

@@ -86,7 +86,7 @@ FileFacts factsOfFile(std::u16string_view path)
 
 void showFileProperties(QWidget* owner, const FileQuestion& question)
 {
-    const QPointer<QDialog> window = new QDialog(owner);
+    const QPointer<AskingWindow> window = new AskingWindow(owner);
     window->setWindowTitle(titleText(question.title));
     window->setObjectName(QStringLiteral("properties"));
     auto* column = new QVBoxLayout(window);

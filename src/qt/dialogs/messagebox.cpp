@@ -21,7 +21,7 @@ constexpr int MostWidth = 420; // where lines would be long to read
 
 // A box of this program's own, and not the toolkit's: its text breaks anywhere if it has to, and
 // scrolls where it is longer than the screen is high.
-class MessageBox : public QDialog {
+class MessageBox : public AskingWindow {
 public:
     MessageBox(QWidget* parent, std::u16string_view caption, std::u16string_view text,
                BoxButtons buttons, BoxIcon icon);
@@ -49,7 +49,7 @@ private:
 
 MessageBox::MessageBox(QWidget* parent, std::u16string_view caption, std::u16string_view text,
                        BoxButtons buttons, BoxIcon icon)
-    : QDialog(parent), foot_(new FlowRow(this, Qt::AlignRight))
+    : AskingWindow(parent), foot_(new FlowRow(this, Qt::AlignRight))
 {
     setWindowTitle(titleText(caption));
     setObjectName(QStringLiteral("box"));

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QLayout>
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
@@ -56,6 +57,16 @@ QPushButton* makeButton(const QString& text, QWidget* parent)
     return button;
 }
 
+void AskingWindow::paintEvent(QPaintEvent* event)
+{
+    QDialog::paintEvent(event);
+    if (frameGeometry() != geometry())
+        return;
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Dark));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
 // --- Rows that wrap
 
 FlowRow::FlowRow(QWidget* parent, Qt::Alignment side) : QWidget(parent), side_(side)
@@ -80,79 +91,84 @@ void FlowRow::addLead(QWidget* widget)
     updateGeometry();
 }
 
-std::vector<std::vector<QWidget*>> FlowRow::linesFor(int width) const
+QSize FlowRow::sizeOf(const QWidget& item, Width width)
 {
-    std::vector<std::vector<QWidget*>> lines;
-    int used = 0;
+    QSize size = item.sizeHint().expandedTo(item.minimumSize());
+    const auto* button = qobject_cast<const QPushButton*>(&item);
+    if (width == Narrow && button != nullptr)
+        size.setWidth(std::max(
+            button->minimumWidth(),
+            button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() + 2 * Margin));
+    return size;
+}
+
+QSize FlowRow::sizeOf(const Line& line)
+{
+    QSize size(-Gap, 0);
+    for (const Placed& item : line)
+        size = {size.width() + Gap + item.size.width(),
+                std::max(size.height(), item.size.height())};
+    return size.expandedTo({0, 0});
+}
+
+std::vector<FlowRow::Line> FlowRow::breakLines(int width, Width items) const
+{
+    std::vector<Line> lines;
     for (QWidget* item : items_) {
-        const int itemWidth = item->sizeHint().expandedTo(item->minimumSize()).width();
-        if (lines.empty() || used + Gap + itemWidth > width) {
+        const QSize size = sizeOf(*item, items);
+        if (lines.empty() || sizeOf(lines.back()).width() + Gap + size.width() > width)
             lines.emplace_back();
-            used = itemWidth;
-        } else {
-            used += Gap + itemWidth;
-        }
-        lines.back().push_back(item);
+        lines.back().push_back({item, size});
     }
     return lines;
 }
 
-namespace {
-
-int lineHeight(const std::vector<QWidget*>& line)
+std::vector<FlowRow::Line> FlowRow::linesFor(int width) const
 {
-    int height = 0;
-    for (const QWidget* item : line)
-        height = std::max(height, item->sizeHint().expandedTo(item->minimumSize()).height());
-    return height;
+    std::vector<Line> wanted = breakLines(width, Wanted);
+    std::vector<Line> narrow = breakLines(width, Narrow);
+    return narrow.size() < wanted.size() ? narrow : wanted;
 }
-
-int lineWidth(const std::vector<QWidget*>& line)
-{
-    int width = -Gap;
-    for (const QWidget* item : line)
-        width += Gap + item->sizeHint().expandedTo(item->minimumSize()).width();
-    return std::max(width, 0);
-}
-
-} // namespace
 
 int FlowRow::heightForWidth(int width) const
 {
     const QMargins margins = contentsMargins();
     int height = -Gap;
-    for (const auto& line : linesFor(width - margins.left() - margins.right()))
-        height += Gap + lineHeight(line);
+    for (const Line& line : linesFor(width - margins.left() - margins.right()))
+        height += Gap + sizeOf(line).height();
     return std::max(height, 0) + margins.top() + margins.bottom();
 }
 
 QSize FlowRow::sizeHint() const
 {
-    return QSize(lineWidth(items_), lineHeight(items_)).grownBy(contentsMargins());
+    Line all;
+    for (QWidget* item : items_)
+        all.push_back({item, sizeOf(*item, Wanted)});
+    return sizeOf(all).grownBy(contentsMargins());
 }
 
 QSize FlowRow::minimumSizeHint() const
 {
-    int width = 0;
-    for (QWidget* item : items_)
-        width = std::max(width, lineWidth({item}));
-    return QSize(width, lineHeight(items_)).grownBy(contentsMargins());
+    QSize least(0, 0);
+    for (const QWidget* item : items_)
+        least = least.expandedTo(sizeOf(*item, Narrow));
+    return least.grownBy(contentsMargins());
 }
 
 void FlowRow::place()
 {
     const QRect area = contentsRect();
     int top = area.top();
-    for (const auto& line : linesFor(area.width())) {
-        const int height = lineHeight(line);
-        const int spare = std::max(area.width() - lineWidth(line), 0);
+    for (const Line& line : linesFor(area.width())) {
+        const QSize size = sizeOf(line);
+        const int spare = std::max(area.width() - size.width(), 0);
         int left = area.left() + (side_ == Qt::AlignRight ? spare : 0);
-        for (QWidget* item : line) {
-            const int itemWidth = std::min(lineWidth({item}), area.width());
-            item->setGeometry(item == lead_ ? area.left() : left, top, itemWidth, height);
-            left += itemWidth + Gap;
+        for (const Placed& item : line) {
+            item.widget->setGeometry(item.widget == lead_ ? area.left() : left, top,
+                                     std::min(item.size.width(), area.width()), size.height());
+            left += item.size.width() + Gap;
         }
-        top += height + Gap;
+        top += size.height() + Gap;
     }
 }
 

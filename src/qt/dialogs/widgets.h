@@ -41,7 +41,17 @@ QString breakable(const QString& text);
 // A button that Enter does not press unless it is the default one.
 QPushButton* makeButton(const QString& text, QWidget* parent);
 
-// Widgets one behind the other, on as many lines as they need.
+// A window that asks. Where no window manager puts a frame around it, it has a thin one of its own.
+class AskingWindow : public QDialog {
+public:
+    using QDialog::QDialog;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// Widgets one behind the other, on as many lines as they need. Buttons become narrower
+// where that saves one.
 class FlowRow : public QWidget {
 public:
     explicit FlowRow(QWidget* parent, Qt::Alignment side = Qt::AlignLeft);
@@ -64,7 +74,17 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    std::vector<std::vector<QWidget*>> linesFor(int width) const;
+    struct Placed {
+        QWidget* widget;
+        QSize size;
+    };
+    using Line = std::vector<Placed>;
+
+    enum Width { Wanted, Narrow };
+    static QSize sizeOf(const QWidget& item, Width width);
+    static QSize sizeOf(const Line& line);
+    std::vector<Line> linesFor(int width) const;
+    std::vector<Line> breakLines(int width, Width items) const;
     void place();
 
     std::vector<QWidget*> items_;
