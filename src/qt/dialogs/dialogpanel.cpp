@@ -58,8 +58,13 @@ DialogPanel::DialogPanel(DialogModel& dialog, FlowRow& foot, QWidget* parent)
     dialog_.observer = this;
 }
 
-// The widgets outlive the views, and must not call them on their way out.
 DialogPanel::~DialogPanel()
+{
+    letGo();
+}
+
+// The widgets outlive the views, and must not call them on their way out.
+void DialogPanel::letGo()
 {
     dialog_.observer = nullptr;
     for (const auto& view : views_) {
@@ -67,6 +72,7 @@ DialogPanel::~DialogPanel()
         for (QObject* part : view->widget()->findChildren<QObject*>())
             part->blockSignals(true);
     }
+    views_.clear();
 }
 
 // --- What the model tells

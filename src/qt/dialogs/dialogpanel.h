@@ -23,6 +23,9 @@ public:
     DialogPanel(DialogModel& dialog, FlowRow& foot, QWidget* parent);
     ~DialogPanel() override;
 
+    // Watches the model no more. To be called before any widget of the window goes.
+    void letGo();
+
     // Puts the caret where the model has it, or else into the first control that takes it.
     void takeFocus();
 

@@ -71,7 +71,11 @@ DialogWindow::DialogWindow(QWidget* parent, DialogModel& dialog)
 {
 }
 
-DialogWindow::~DialogWindow() = default;
+DialogWindow::~DialogWindow()
+{
+    for (DialogPanel* panel : panels_)
+        panel->letGo();
+}
 
 DialogPanel& DialogWindow::front() const
 {
