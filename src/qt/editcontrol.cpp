@@ -167,7 +167,7 @@ void EditControl::mousePressEvent(QMouseEvent* event)
 void EditControl::mouseMoveEvent(QMouseEvent* event)
 {
     event->accept();
-    if (event->buttons().testFlag(Qt::LeftButton) && hasFocus())
+    if (event->buttons().testFlag(Qt::LeftButton) && editorHasFocus())
         QLineEdit::mouseMoveEvent(event);
 }
 
@@ -182,7 +182,7 @@ void EditControl::mouseReleaseEvent(QMouseEvent* event)
 void EditControl::mouseDoubleClickEvent(QMouseEvent* event)
 {
     event->accept();
-    if (event->button() == Qt::LeftButton && hasFocus())
+    if (event->button() == Qt::LeftButton && editorHasFocus())
         QLineEdit::mouseDoubleClickEvent(event);
 }
 

@@ -156,6 +156,8 @@ void MainWindow::comeToFront()
 
 void MainWindow::openOnRequest(std::u16string path)
 {
+    if (application->quitRequested)
+        return;
     comeToFront();
     requests_.push_back(std::move(path));
     takeRequests();

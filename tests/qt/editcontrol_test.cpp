@@ -125,6 +125,18 @@ TEST(EditControl, tellsTheModelWhatTheMouseSelects)
     EXPECT_EQ(session.shownLine(), "x|");
 }
 
+TEST(EditControl, selectsAWordWithTwoTaps)
+{
+    WindowSession session;
+    session.type(u"one two");
+    session.mouse(QEvent::MouseButtonPress, session.control(), {6, 8});
+    session.mouse(QEvent::MouseButtonRelease, session.control(), {6, 8});
+    session.mouse(QEvent::MouseButtonDblClick, session.control(), {6, 8});
+    session.mouse(QEvent::MouseButtonRelease, session.control(), {6, 8});
+    EXPECT_EQ(session.app.formulaBar.line.selectedText().substr(0, 3), u"one");
+    EXPECT_LE(session.app.formulaBar.line.selectedText().size(), 4U) << "with its blank at most";
+}
+
 TEST(EditControl, isNotOpenedOnALockedCell)
 {
     WindowSession session;

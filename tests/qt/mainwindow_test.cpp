@@ -8,6 +8,7 @@
 #include "support/tempfolder.h"
 
 #include <QCloseEvent>
+#include <QPaintEvent>
 #include <QPointingDevice>
 #include <QTest>
 #include <QWheelEvent>
@@ -118,7 +119,9 @@ TEST(MainWindow, closesAtOnceWithoutChanges)
     ASSERT_EQ(bands.size(), CommandBandSize);
     EXPECT_EQ(bands[12] | bands[13] << 8, 400) << "the width that the bars had";
     session.window.close(); // a second time changes nothing
+    session.window.openOnRequest(u"/late.vn");
     session.settle();
+    EXPECT_TRUE(boxesOf(session).empty());
 }
 
 TEST(MainWindow, keepsTheBandsOfItsFirstSizeToo)
@@ -436,15 +439,69 @@ TEST(MainWindow, showsWithThePointerWhatAPressWouldDo)
     EXPECT_EQ(session.control().cursor().shape(), Qt::IBeamCursor);
 }
 
-TEST(MainWindow, repaintsWhatChangedAndOnlyOnce)
+// What of a widget goes to the screen.
+class ScreenWatch : public QObject {
+public:
+    explicit ScreenWatch(QWidget& widget)
+    {
+        settle();
+        widget.installEventFilter(this);
+    }
+
+    // The toolkit brings widgets to the screen a moment later.
+    static void settle() { QTest::qWait(50); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            painted += static_cast<QPaintEvent*>(event)->region();
+            ++paints;
+        }
+        return false;
+    }
+
+    QRegion painted;
+    int paints = 0;
+};
+
+TEST(MainWindow, paintsOnceWhenTheMessagesAreOver)
 {
     WindowSession session;
-    session.settle();
-    EXPECT_EQ(session.app.repaintHints, 0);
+    ScreenWatch watch(session.sheet());
     session.window.messages().send([] { application->markDirty(DirtyAll); });
-    EXPECT_NE(session.app.repaintHints, 0) << "not within the message";
-    session.settle();
+    session.window.messages().send([] { application->markDirty(DirtyAll); });
+    EXPECT_NE(session.app.repaintHints, 0) << "not within a message";
+    EXPECT_EQ(watch.paints, 0);
+    watch.settle();
     EXPECT_EQ(session.app.repaintHints, 0);
+    EXPECT_EQ(watch.paints, 1);
+}
+
+TEST(MainWindow, putsOnlyWhatChangedOnTheScreen)
+{
+    WindowSession session;
+    session.click(session.sheet(), middleOf(0, 2));
+    ScreenWatch watch(session.sheet());
+    session.press(Qt::Key_Down);
+    watch.settle();
+    const QPoint cell = middleOf(0, 3).toPoint();
+    EXPECT_TRUE(watch.painted.intersects(QRect(cell - QPoint(20, 8), cell + QPoint(20, 8))));
+    EXPECT_FALSE(watch.painted.contains(cell + QPoint(0, 100))) << "cells further below";
+    EXPECT_FALSE(watch.painted.contains(session.sheet().rect().bottomLeft())) << "the tabs";
+}
+
+TEST(MainWindow, paintsNothingWhileItIsLocked)
+{
+    WindowSession session;
+    ScreenWatch watch(session.sheet());
+    session.app.lockRepaint();
+    session.window.messages().send([] { application->markDirty(DirtyAll); });
+    watch.settle();
+    EXPECT_EQ(watch.paints, 0);
+    session.app.unlockRepaint();
+    session.window.requestRepaint(); // as the user interface passes it on
+    watch.settle();
+    EXPECT_EQ(watch.paints, 1);
 }
 
 } // namespace
