@@ -14,6 +14,6 @@ picture() {
         "$top/examples/$4.vn"
 }
 
-picture handheld 240 320 household-budget
-picture desktop 900 460 household-budget
-picture inventory 900 460 inventory
+picture handheld 240 320 loan-plan
+picture desktop 720 400 household-budget
+picture inventory 720 360 inventory

@@ -29,6 +29,15 @@ TEST_F(View, followsTheEdgeOfAColumn)
     leave();
 }
 
+TEST_F(View, fitsAColumnWhoseEdgeIsTappedTwice)
+{
+    startWith("fitted.vn", "put A1 1");
+    user.doubleTap({firstCell.right(), firstCell.top() - 6});
+    user.look();
+    EXPECT_LT(user.findFirstCell().width(), firstCell.width()) << "no more than a digit has to fit";
+    leave();
+}
+
 TEST_F(View, changesToTheSheetOfATab)
 {
     startWith("tabs.vn", "put A1 1");
