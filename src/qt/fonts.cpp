@@ -12,7 +12,7 @@ namespace vorn::qt {
 
 namespace {
 
-constexpr char16_t DefaultFace[] = u"Tahoma";
+constexpr std::u16string_view DefaultFace = u"Tahoma";
 
 constexpr std::uint8_t KindRoman = 18; // with letters of several widths, and feet
 constexpr std::uint8_t KindSwiss = 34;
@@ -106,7 +106,7 @@ std::vector<FontFamily> QtTextMeasure::fontFamilies()
     QStringList offered = offeredFamilies();
     const QString first = toQt(DefaultFace);
     offered.removeAll(first);
-    families.push_back({DefaultFace, KindSwiss, CharsetAny, true, {}});
+    families.push_back({std::u16string(DefaultFace), KindSwiss, CharsetAny, true, {}});
     std::transform(offered.cbegin(), offered.cend(), std::back_inserter(families), describe);
     return families;
 }

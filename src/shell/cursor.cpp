@@ -84,11 +84,14 @@ int pageLength(const GridAxis& axis)
     return std::max(1, axis.countFrom(axis.scrollFirst()) - 1);
 }
 
-// A page on, past hidden ones.
+// A page on, past hidden ones; back again where the rest of the sheet is hidden.
 int pageTarget(const GridAxis& axis, int from, int direction)
 {
     const int target = std::clamp(from + direction * pageLength(axis), 0, axis.last());
-    return axis.isHidden(target) ? axis.step(target, direction) : target;
+    if (!axis.isHidden(target))
+        return target;
+    const int onward = axis.step(target, direction);
+    return onward != target ? onward : axis.step(target, -direction);
 }
 
 CellPlace endOfSheet()

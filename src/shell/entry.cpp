@@ -12,6 +12,8 @@
 #include "shell/dialogs/ask.h"
 #include "shell/pointmode.h"
 
+#include <algorithm>
+
 namespace vorn {
 
 namespace {
@@ -245,9 +247,13 @@ Rect inCellEditorRect()
     const bool elsewhere = application->pointMode && &sheet != application->pointSheet;
     if (elsewhere || view.columns.isScrolledAway(column) || view.rows.isScrolledAway(row))
         return OutOfSight;
+    // It never lies over the bars and the tabs, which pointing needs.
+    const Rect& grid = currentLayout().gridArea;
+    const int left = view.xOfColumn(column);
     const int top = view.yOfRow(row);
-    return {view.xOfColumn(column), top, currentLayout().gridArea.right,
-            top + view.rows.pixels(row)};
+    if (left >= grid.right || top >= grid.bottom)
+        return OutOfSight;
+    return {left, top, grid.right, std::min(top + view.rows.pixels(row), grid.bottom)};
 }
 
 FontLook inCellEditorFont()

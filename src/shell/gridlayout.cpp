@@ -178,7 +178,20 @@ int GridAxis::countFrom(int index) const
             break;
         ++count;
     }
+    if (room > 0)
+        count += usualIn(room);
     return std::max(count, 1);
+}
+
+int GridAxis::usualCount() const
+{
+    return std::max(usualIn(end_ - scrollStart_), 1);
+}
+
+int GridAxis::usualIn(int room) const
+{
+    const int usual = pixels(last_ + 1);
+    return usual > 0 ? room / usual : 0;
 }
 
 int GridAxis::scrolledTo(int index, int margin) const

@@ -118,8 +118,12 @@ public:
     int lastVisible() const;
 
     // How many from `index` on fit wholly beside the frozen ones, those without pixels among them;
-    // 1 at least.
+    // 1 at least. Behind the sheet there is room for more of the usual size: at its end a page is
+    // as long as elsewhere, and the view stays where it is.
     int countFrom(int index) const;
+
+    // How many of the usual size fit there: the same wherever the view stands.
+    int usualCount() const;
 
     // What is to be the first that scrolls, so that `index` is in view. With a margin of 1 one more
     // is shown behind it.
@@ -132,6 +136,7 @@ private:
     GridAxis(const Sheet& sheet, bool columns, int start, int end);
 
     int sumOf(int from, int to) const;
+    int usualIn(int room) const;
     int backFrom(int index, int edge, int position) const;
     int next(int index) const { return index == frozenLast_ ? scrollFirst_ : index + 1; }
 

@@ -99,14 +99,6 @@ int verticalRange()
     return thumbIsDragged() ? range : verticalScrollRange(range, sheet().lastRow(), sheet().topRow);
 }
 
-// How many columns or rows of the usual size are seen at once: unlike a count of those in view it
-// is the same wherever the view stands, and the thumb keeps its length.
-int usualPage(const GridAxis& axis)
-{
-    const int usual = axis.pixels(axis.last() + 1);
-    return usual > 0 ? std::max(1, (axis.end() - axis.scrollStart()) / usual) : 1;
-}
-
 } // namespace
 
 void setViewStart(int leftColumn, int topRow)
@@ -158,7 +150,8 @@ ScrollReach scrollReach(BarDirection direction)
         --reach.last;
     reach.last = std::max(reach.last, reach.first);
     reach.position = std::clamp(axis.scrollFirst(), reach.first, reach.last);
-    reach.page = usualPage(axis);
+    // Not a count of those in view, so that the thumb keeps its length.
+    reach.page = axis.usualCount();
     return reach;
 }
 

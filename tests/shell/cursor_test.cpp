@@ -303,6 +303,36 @@ TEST_F(CursorTest, landsOnNoHiddenRow)
     EXPECT_EQ(after(KeyPageDown), "A22");
 }
 
+TEST_F(CursorTest, turnsBackWhereTheRestIsHidden)
+{
+    hideRows(9, LastRow);
+    session.select(u"A5");
+    EXPECT_EQ(after(KeyPageDown), "A9");
+    EXPECT_EQ(after(KeyPageDown), "A9");
+}
+
+TEST_F(CursorTest, staysAtTheEndOfTheSheet)
+{
+    session.select(u"IT16382");
+    for (int times = 0; times < 9; ++times) {
+        after(KeyRight);
+        after(KeyDown);
+    }
+    const int left = session.sheet().leftColumn;
+    const int top = session.sheet().topRow;
+    EXPECT_GT(currentView().visibleColumnCount(left), 1);
+    for (int times = 0; times < 9; ++times) {
+        after(KeyRight);
+        after(KeyDown);
+    }
+    EXPECT_EQ(session.selected(), "IV16384");
+    EXPECT_EQ(session.sheet().leftColumn, left) << "a key that moves nothing scrolls nothing";
+    EXPECT_EQ(session.sheet().topRow, top);
+    const int page = currentView().visibleRowCount(top) - 1;
+    EXPECT_GT(page, 9);
+    EXPECT_EQ(after(KeyPageUp), "IV" + std::to_string(16384 - page));
+}
+
 TEST_F(CursorTest, leavesOtherKeysAlone)
 {
     for (const Key key : {KeyEnter, KeyEscape, KeyF2, KeyDelete, KeyBackspace, keyOf(u'A')})

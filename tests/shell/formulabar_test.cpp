@@ -1,3 +1,4 @@
+#include "shell/cursor.h"
 #include "shell/formulabar.h"
 
 #include "support/session.h"
@@ -227,6 +228,24 @@ TEST_F(InCellEditorTest, goesOutOfSightWithItsCell)
         session.sheet().topRow = c.topRow;
         EXPECT_EQ(rect() != OutOfSight, c.seen) << c.behaviour;
     }
+}
+
+TEST_F(InCellEditorTest, neverLiesOverTheBars)
+{
+    session.select(u"A21");
+    session.type(u"=");
+    while (session.sheet().topRow > 3)
+        session.key(KeyUp);
+    EXPECT_EQ(rect().bottom, currentLayout().gridArea.bottom) << "cut where its row is";
+    while (session.sheet().topRow > 0)
+        session.key(KeyUp);
+    EXPECT_EQ(rect(), OutOfSight) << "below the view";
+    session.key(KeyEscape);
+    session.key(KeyEscape);
+    session.sheet().setRowHeight(4, 6000, true);
+    session.select(u"A5");
+    session.key(KeyF2);
+    EXPECT_EQ(rect().bottom, currentLayout().gridArea.bottom) << "higher than the view";
 }
 
 TEST_F(InCellEditorTest, goesOutOfSightWhileAnotherSheetIsPointedAt)
