@@ -732,7 +732,7 @@ TEST_F(ProgramDialogs, haveTheirOwnButtonAsOk)
             click(window, ButtonCancel);
         });
     findCommand();
-    EXPECT_EQ(user.titles, (std::vector<std::u16string>{u"Find", u"Find"}));
+    EXPECT_EQ(user.titles, (std::vector<std::u16string>{u"Find", u"Found"}));
     EXPECT_GE(findSettings.findBoxRect.left, 0) << "the box keeps its place";
 }
 

@@ -27,7 +27,7 @@ TEST_F(Dialogs, findATextByTheKeyboard)
     user.keepPicture("find");
     user.type("needle");
     user.keys("Return");
-    user.turnToDialog("Vorn");
+    user.turnToDialog("Found");
     user.keepPicture("found");
     user.keys("Escape");
     user.turnToMainWindow();

@@ -260,9 +260,8 @@ std::u16string_view titleOfUntitled(int dialog)
 {
     switch (dialog) {
     case FindBox:
-        return u"Find";
     case ReplaceBox:
-        return u"Replace";
+        return u"Found";
     default:
         return u"Vorn";
     }
