@@ -108,6 +108,14 @@ void DialogWindow::addPages()
     connect(tabs_, &QTabWidget::currentChanged, this, [&sheet](int page) { sheet.turnTo(page); });
     watch_ = std::make_unique<SheetWatch>(*this, sheet);
     layout()->addWidget(tabs_);
+    // The tabs know these keys themselves, but a list that drops down takes them for letters.
+    new QShortcut(QKeySequence::NextChild, this, [this] { turnPageBy(1); });
+    new QShortcut(QKeySequence::PreviousChild, this, [this] { turnPageBy(-1); });
+}
+
+void DialogWindow::turnPageBy(int pages)
+{
+    tabs_->setCurrentIndex((tabs_->currentIndex() + pages + tabs_->count()) % tabs_->count());
 }
 
 // Help, the buttons of the dialog, OK and Cancel. A dialog whose own button is its OK has no other.

@@ -37,6 +37,7 @@ private:
 
     void addPanel();
     void addPages();
+    void turnPageBy(int pages);
     void addFoot();
     QWidget* makeHelpButton();
     void showHelp();
