@@ -3,9 +3,9 @@
 namespace vorn {
 namespace {
 
-using Dialogs = WindowTest;
+using WindowDialogs = WindowTest;
 
-TEST_F(Dialogs, formatCellsByTheKeyboard)
+TEST_F(WindowDialogs, formatCellsByTheKeyboard)
 {
     startWith("format.vn", "put A1 0.5");
     user.keys("ctrl+1");
@@ -19,14 +19,33 @@ TEST_F(Dialogs, formatCellsByTheKeyboard)
     leave();
 }
 
-TEST_F(Dialogs, findATextByTheKeyboard)
+TEST_F(WindowDialogs, turnTheirPagesByTheKeyboard)
+{
+    startWith("pages.vn", "put A1 centred");
+    user.keys("ctrl+1");
+    user.turnToDialog("Format Cells");
+    user.keys("ctrl+Tab");
+    user.look();
+    user.keepPicture("second");
+    user.keys("Down Down Return");
+    user.turnToMainWindow();
+    const auto isCentred = [](const std::string& style) {
+        return style.find("halign=2") != std::string::npos;
+    };
+    EXPECT_PRED1(isCentred, savedAnswer("pages.vn", "style A1", isCentred));
+    leave();
+}
+
+TEST_F(WindowDialogs, findATextByTheKeyboard)
 {
     startWith("find.vn", "put B5 a needle\nselect A1");
     user.keys("ctrl+f");
     user.turnToDialog("Find");
     user.keepPicture("find");
     user.type("needle");
+    const QImage before = user.look();
     user.keys("Return");
+    user.lookAfter(before);
     user.turnToDialog("Found");
     user.keepPicture("found");
     user.keys("Escape");

@@ -3,9 +3,9 @@
 namespace vorn {
 namespace {
 
-using Documents = WindowTest;
+using WindowDocuments = WindowTest;
 
-TEST_F(Documents, areAskedAboutBeforeTheyClose)
+TEST_F(WindowDocuments, areAskedAboutBeforeTheyClose)
 {
     startWith("asked.vn", "put A1 1");
     user.type("2");
@@ -25,7 +25,7 @@ TEST_F(Documents, areAskedAboutBeforeTheyClose)
     EXPECT_EQ(user.answerOnce("show asked.vn", "1\n"), "1\n");
 }
 
-TEST_F(Documents, areSavedWhereThatIsTheAnswer)
+TEST_F(WindowDocuments, areSavedWhereThatIsTheAnswer)
 {
     startWith("wanted.vn", "put A1 1");
     user.type("2");
@@ -36,14 +36,14 @@ TEST_F(Documents, areSavedWhereThatIsTheAnswer)
     EXPECT_EQ(user.answerOnce("show wanted.vn", "2\n"), "2\n");
 }
 
-TEST_F(Documents, closeWithoutAQuestionWhenNothingHasChanged)
+TEST_F(WindowDocuments, closeWithoutAQuestionWhenNothingHasChanged)
 {
     startWith("same.vn", "put A1 1");
     user.keys("ctrl+w");
     EXPECT_EQ(user.program().waitForEnd(), 0);
 }
 
-TEST_F(Documents, comeBackFromTheRecentList)
+TEST_F(WindowDocuments, comeBackFromTheRecentList)
 {
     user.start();
     user.type("first");
@@ -65,7 +65,7 @@ TEST_F(Documents, comeBackFromTheRecentList)
     leave();
 }
 
-TEST_F(Documents, openByTheFileDialog)
+TEST_F(WindowDocuments, openByTheFileDialog)
 {
     user.makeDocument("there.vn", "put A1 there");
     user.start();
@@ -79,7 +79,7 @@ TEST_F(Documents, openByTheFileDialog)
     leave();
 }
 
-TEST_F(Documents, openInTheWindowThatRunsAlready)
+TEST_F(WindowDocuments, openInTheWindowThatRunsAlready)
 {
     user.makeDocument("other.vn", "put A1 other");
     startWith("one.vn", "put A1 one");
@@ -99,7 +99,7 @@ TEST_F(Documents, openInTheWindowThatRunsAlready)
     leave();
 }
 
-TEST_F(Documents, thatAreNotThereAreSaidToBeMissing)
+TEST_F(WindowDocuments, thatAreNotThereAreSaidToBeMissing)
 {
     user.start("nowhere.vn");
     user.turnToDialog("Vorn");

@@ -3,9 +3,9 @@
 namespace vorn {
 namespace {
 
-using Typing = WindowTest;
+using WindowTyping = WindowTest;
 
-TEST_F(Typing, calculatesAndIsSavedByTheFileDialog)
+TEST_F(WindowTyping, calculatesAndIsSavedByTheFileDialog)
 {
     user.start();
     user.expectTitle("Vorn");
@@ -33,7 +33,7 @@ TEST_F(Typing, calculatesAndIsSavedByTheFileDialog)
     leave();
 }
 
-TEST_F(Typing, takesReferencesFromThePen)
+TEST_F(WindowTyping, takesReferencesFromThePen)
 {
     startWith("points.vn", "put A1 4\nput B1 5");
     user.tap(cell(1, 3));
@@ -49,7 +49,7 @@ TEST_F(Typing, takesReferencesFromThePen)
     leave();
 }
 
-TEST_F(Typing, isTakenBackByEscape)
+TEST_F(WindowTyping, isTakenBackByEscape)
 {
     startWith("kept.vn", "put A1 old");
     const QImage before = user.look();
@@ -64,7 +64,7 @@ TEST_F(Typing, isTakenBackByEscape)
     leave();
 }
 
-TEST_F(Typing, isUndoneByTheMenuAndByAKey)
+TEST_F(WindowTyping, isUndoneByTheMenuAndByAKey)
 {
     startWith("undone.vn", "put A1 1");
     const QImage before = user.look();
@@ -85,7 +85,7 @@ TEST_F(Typing, isUndoneByTheMenuAndByAKey)
     leave();
 }
 
-TEST_F(Typing, goesToCellsSelectedByADrag)
+TEST_F(WindowTyping, goesToCellsSelectedByADrag)
 {
     startWith("square.vn", "put A1 1\nput B1 2\nput C1 3\nput A2 4\nput B2 5\nput C2 6\n"
                            "put A3 7\nput B3 8\nput C3 9");

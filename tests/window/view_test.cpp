@@ -5,16 +5,16 @@
 namespace vorn {
 namespace {
 
-using View = WindowTest;
+using WindowView = WindowTest;
 
-TEST_F(View, isThatOfAHandheldAtTheStart)
+TEST_F(WindowView, isThatOfAHandheldAtTheStart)
 {
     user.start();
     EXPECT_EQ(user.mainWindow().size(), QSize(240, 320));
     leave();
 }
 
-TEST_F(View, followsTheEdgeOfAColumn)
+TEST_F(WindowView, followsTheEdgeOfAColumn)
 {
     startWith("narrow.vn", "put A1 1");
     constexpr int Pixels = 30;
@@ -29,7 +29,7 @@ TEST_F(View, followsTheEdgeOfAColumn)
     leave();
 }
 
-TEST_F(View, fitsAColumnWhoseEdgeIsTappedTwice)
+TEST_F(WindowView, fitsAColumnWhoseEdgeIsTappedTwice)
 {
     startWith("fitted.vn", "put A1 1");
     user.doubleTap({firstCell.right(), firstCell.top() - 6});
@@ -38,7 +38,7 @@ TEST_F(View, fitsAColumnWhoseEdgeIsTappedTwice)
     leave();
 }
 
-TEST_F(View, changesToTheSheetOfATab)
+TEST_F(WindowView, changesToTheSheetOfATab)
 {
     startWith("tabs.vn", "put A1 1");
     const QRect window = user.mainWindow();
@@ -54,7 +54,7 @@ TEST_F(View, changesToTheSheetOfATab)
     leave();
 }
 
-TEST_F(View, freezesTitlesAndZooms)
+TEST_F(WindowView, freezesTitlesAndZooms)
 {
     startWith("frozen.vn", "put A1 1\nput A2 2\nput B3 3");
     user.tap(cell(1, 2));
@@ -74,7 +74,7 @@ TEST_F(View, freezesTitlesAndZooms)
     leave();
 }
 
-TEST_F(View, fillsTheScreenAndComesBack)
+TEST_F(WindowView, fillsTheScreenAndComesBack)
 {
     startWith("full.vn", "put A1 1");
     const QImage before = user.look();
@@ -93,7 +93,7 @@ TEST_F(View, fillsTheScreenAndComesBack)
 
 // What was painted step by step, each time as little as would do, is what a fresh look at the
 // document shows.
-TEST_F(View, isTheSameStepByStepAndAtOnce)
+TEST_F(WindowView, isTheSameStepByStepAndAtOnce)
 {
     startWith("steps.vn", "put A1 1\nput B2 a text that is longer than its cell\nput A4 =A1/3");
     user.drag(cell(1, 4), cell(2, 6));
@@ -117,12 +117,12 @@ TEST_F(View, isTheSameStepByStepAndAtOnce)
     leave();
 }
 
-class LargeView : public WindowTest {
+class LargeWindowView : public WindowTest {
 protected:
-    LargeView() : WindowTest({1280, 800}) {}
+    LargeWindowView() : WindowTest({1280, 800}) {}
 };
 
-TEST_F(LargeView, showsMoreOfTheSheet)
+TEST_F(LargeWindowView, showsMoreOfTheSheet)
 {
     startWith("large.vn", "put A1 1");
     user.keepPicture("small");
