@@ -3,8 +3,9 @@
 
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace vorn {
 namespace {
@@ -18,13 +19,15 @@ std::string contentOf(const std::string& path)
     return content.str();
 }
 
-// What stands between the parentheses behind all "[...]" of the page.
+// What stands behind each "[...]" of the page in parentheses, up to a place within that page.
 std::vector<std::string> linksOf(const std::string& page)
 {
-    const std::regex link("\\]\\(([^)#]+)[^)]*\\)");
+    const std::string begin = "](";
     std::vector<std::string> links;
-    for (std::sregex_iterator found(page.begin(), page.end(), link), end; found != end; ++found)
-        links.push_back((*found)[1]);
+    for (std::size_t at = page.find(begin); at != std::string::npos; at = page.find(begin, at)) {
+        at += begin.size();
+        links.push_back(page.substr(at, page.find_first_of("#)", at) - at));
+    }
     return links;
 }
 

@@ -1,7 +1,5 @@
 #include "window/windowtest.h"
 
-#include <regex>
-
 namespace vorn {
 namespace {
 
@@ -64,13 +62,14 @@ TEST_F(WindowView, freezesTitlesAndZooms)
     user.wheelDown(cell(1, 4), 2);
     user.keys("alt+o z 8");
     user.keepPicture("frozen");
-    const std::regex frozen("zoom=80 left=B top=([0-9]+) frozencols=A:A frozenrows=1:2 .*\n");
-    std::smatch top;
+    const std::string zoomed = "zoom=80 left=B top=";
     const std::string view = savedAnswer("frozen.vn", "view", [&](const std::string& answer) {
-        return std::regex_match(answer, frozen);
+        return answer.starts_with(zoomed) &&
+               answer.find(" frozencols=A:A frozenrows=1:2 ") != std::string::npos;
     });
-    ASSERT_TRUE(std::regex_match(view, top, frozen)) << view;
-    EXPECT_GT(std::stoi(top[1]), 3) << "the wheel has scrolled";
+    ASSERT_EQ(view.substr(0, zoomed.size()), zoomed) << view;
+    EXPECT_NE(view.find(" frozencols=A:A frozenrows=1:2 "), std::string::npos) << view;
+    EXPECT_GT(std::atoi(view.c_str() + zoomed.size()), 3) << "the wheel has scrolled";
     leave();
 }
 
