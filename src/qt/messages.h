@@ -19,6 +19,7 @@ public:
     void send(Action&& action)
     {
         ++depth_;
+        ++count_;
         action();
         finish();
     }
@@ -26,11 +27,15 @@ public:
     // What comes from outside, such as a request of another program, waits meanwhile.
     bool isUnderWay() const { return depth_ > 0; }
 
+    // How many there were, and are.
+    unsigned count() const { return count_; }
+
 private:
     void finish();
 
     std::function<void()> atEnd_;
     int depth_ = 0;
+    unsigned count_ = 0;
 };
 
 } // namespace vorn::qt

@@ -55,10 +55,23 @@ void PenInput::down(Point place, KeyModifiers modifiers, Pointer pointer)
     messages_.send([=] { penDown(place.x, place.y, modifiers, pointer); });
 }
 
+// The second time at one place, and soon. Whoever typed in between means two taps, as one does who
+// points at a cell twice in one formula; and where two taps are no more than one, the second may
+// begin a drag.
+void PenInput::downAgain(Point place, KeyModifiers modifiers, Pointer pointer)
+{
+    const bool isSecond = messages_.count() == tapEnd_;
+    messages_.send([=] {
+        if (!isSecond || !doubleTap(place.x, place.y))
+            penDown(place.x, place.y, modifiers, pointer);
+    });
+}
+
 void PenInput::up(Point place)
 {
     if (application->pen.penDown)
         messages_.send([place] { penUp(place.x, place.y); });
+    tapEnd_ = messages_.count();
 }
 
 void PenInput::press(const QMouseEvent& event)
@@ -83,10 +96,8 @@ void PenInput::release(const QMouseEvent& event)
 
 void PenInput::doubleClick(const QMouseEvent& event)
 {
-    if (event.button() != Qt::LeftButton)
-        return;
-    const Point place = pointOf(event.position());
-    messages_.send([place] { doubleTap(place.x, place.y); });
+    if (event.button() == Qt::LeftButton)
+        downAgain(pointOf(event.position()), modifiersOf(event.modifiers()), Pointer::Pen);
 }
 
 void PenInput::interrupt()
@@ -99,7 +110,7 @@ void PenInput::follow()
     const PenState& pen = application->pen;
     if (interrupted_ && !messages_.isUnderWay()) {
         interrupted_ = false;
-        up(pen.last);
+        penLost();
     }
     if (pen.penDown && !timer_.isActive())
         timer_.start();
@@ -174,7 +185,7 @@ void PenInput::fingerDown(const QTouchEvent& event)
     fingersAt_ = middleOf(event);
     if (second && isNear(place, lastTap_)) {
         sinceTap_.invalidate();
-        messages_.send([place] { doubleTap(place.x, place.y); });
+        downAgain(place, modifiersOf(event.modifiers()), Pointer::Finger);
         return;
     }
     sinceTap_.start();
@@ -186,7 +197,7 @@ void PenInput::fingersMove(const QTouchEvent& event)
 {
     const QPointF middle = middleOf(event);
     if (event.pointCount() > 1 && fingers_ == Fingers::One) {
-        up(application->pen.last);
+        messages_.send([] { penLost(); });
         fingers_ = Fingers::Scrolling;
         rest_ = {};
     } else if (event.pointCount() > 1 && fingers_ == Fingers::Scrolling) {

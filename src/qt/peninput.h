@@ -37,6 +37,7 @@ public:
 
 private:
     void down(Point place, KeyModifiers modifiers, Pointer pointer);
+    void downAgain(Point place, KeyModifiers modifiers, Pointer pointer);
     void up(Point place);
     void fingerDown(const QTouchEvent& event);
     void fingersMove(const QTouchEvent& event);
@@ -49,6 +50,7 @@ private:
     Messages& messages_;
     QTimer timer_;
     bool interrupted_ = false;
+    unsigned tapEnd_ = 0; // how many messages there were at the end of the last tap
 
     Fingers fingers_ = Fingers::None;
     QPointF fingersAt_;

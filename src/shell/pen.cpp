@@ -245,32 +245,36 @@ void finish(DragMode mode, Point at)
     }
 }
 
-void doubleTapCell(const Place& place)
+// These answer whether the two taps are more than twice one.
+bool doubleTapCell(const Place& place)
 {
-    if (!application->pointMode && runTaskForTap(place.column, place.row))
-        return;
-    if (!application->formulaBarVisible)
-        editActiveCell();
+    if (application->pointMode)
+        return false;
+    if (runTaskForTap(place.column, place.row))
+        return true;
+    if (application->formulaBarVisible)
+        return false;
+    editActiveCell();
+    return true;
 }
 
-void doubleTapGrid(const Place& place)
+bool doubleTapGrid(const Place& place)
 {
     // The first tap was refused: the text has to be mended before anything else.
     if (editorHasFocus())
-        return;
+        return true;
     switch (place.kind) {
     case PlaceKind::ColumnEdge:
         fitColumns(place.column, SizeOne);
-        break;
+        return true;
     case PlaceKind::RowEdge:
         fitRows(place.row, SizeOne);
-        break;
+        return true;
     case PlaceKind::FillHandle:
     case PlaceKind::Cell:
-        doubleTapCell(place);
-        break;
+        return doubleTapCell(place);
     default:
-        break;
+        return false;
     }
 }
 
@@ -330,17 +334,18 @@ void penLost()
     endDrag();
 }
 
-void doubleTap(int x, int y)
+bool doubleTap(int x, int y)
 {
     if (workbook == nullptr)
-        return;
+        return true;
     penLost();
     const Place place = placeAt(x, y, pen().pointer);
-    if (place.kind == PlaceKind::Chrome)
+    const bool isChrome = place.kind == PlaceKind::Chrome;
+    if (isChrome)
         chromeDoubleTap(x, y);
-    else
-        doubleTapGrid(place);
+    const bool used = isChrome || doubleTapGrid(place);
     refreshCommandState();
+    return used;
 }
 
 } // namespace vorn

@@ -86,7 +86,8 @@ void penTimer();
 void penLost();
 
 // The second tap of two at one place. Its first one came as down and up before; of the second one
-// nothing else comes, and an up behind it does nothing.
-void doubleTap(int x, int y);
+// nothing else comes, and an up behind it does nothing. False if two taps mean no more than one
+// there: then whoever has the pen may take the second for another first, which can begin a drag.
+bool doubleTap(int x, int y);
 
 } // namespace vorn

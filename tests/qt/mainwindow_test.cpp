@@ -243,6 +243,28 @@ TEST(MainWindow, opensTheEditorInTheCellWithADoubleTap)
     EXPECT_EQ(session.focus(), &session.control());
 }
 
+TEST(MainWindow, takesASecondPressThatMeansNoMoreForAnotherFirst)
+{
+    WindowSession session;
+    session.click(session.sheet(), middleOf(0, 1));
+    session.mouse(QEvent::MouseButtonDblClick, session.sheet(), middleOf(0, 1));
+    session.mouse(QEvent::MouseMove, session.sheet(), middleOf(1, 3));
+    session.mouse(QEvent::MouseButtonRelease, session.sheet(), middleOf(1, 3));
+    EXPECT_EQ(selection().range, (RangeRef{1, 0, 3, 1})) << "it drags";
+}
+
+TEST(MainWindow, takesTwoPressesWithAKeyBetweenForTwo)
+{
+    WindowSession session;
+    session.type(u"=");
+    session.click(session.sheet(), middleOf(1, 1));
+    session.type(u"+");
+    session.mouse(QEvent::MouseButtonDblClick, session.sheet(), middleOf(1, 1));
+    session.mouse(QEvent::MouseButtonRelease, session.sheet(), middleOf(1, 1));
+    session.settle();
+    EXPECT_EQ(session.app.formulaBar.line.text(), u"=B2+B2");
+}
+
 TEST(MainWindow, letsThePenGoWhenADialogTakesItAway)
 {
     WindowSession session;

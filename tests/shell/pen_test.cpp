@@ -143,6 +143,36 @@ TEST_F(PenTest, keepsMenusUpToDate)
     EXPECT_FALSE(cutIsEnabled());
 }
 
+TEST_F(PenTest, tellsWhetherTwoTapsAreMoreThanOne)
+{
+    const struct {
+        const char* behaviour;
+        Point at;
+        bool barOff, used;
+    } cases[] = {
+        {"a cell with the bar on",      {120, 56}, false, false},
+        {"a cell with the bar off",     {120, 39}, true,  true },
+        {"the edge of a column",        {89, 24},  false, true },
+        {"the edge of a row",           {5, 48},   false, true },
+        {"a title",                     {120, 24}, false, false},
+        {"the buttons around the grid", {235, 60}, false, true },
+        {"nowhere",                     {-5, -5},  false, false},
+    };
+    for (const auto& c : cases) {
+        session.app.formulaBarVisible = !c.barOff;
+        down(c.at);
+        up(c.at);
+        EXPECT_EQ(doubleTap(c.at.x, c.at.y), c.used) << c.behaviour;
+        cancelEdit();
+    }
+    session.app.formulaBarVisible = true;
+    session.type(u"=");
+    down({120, 56});
+    up({120, 56});
+    EXPECT_FALSE(doubleTap(120, 56)) << "pointing";
+    cancelEdit();
+}
+
 // --- Beyond the edges of the view
 
 TEST_F(PenTest, keepsScrollingWhileItRestsBeyondAnEdge)
@@ -816,7 +846,11 @@ private:
             return penTimer();
         default:
             pointerShapeAt(x, y);
-            return dice_.oneIn(3) ? doubleTap(x, y) : penTimer();
+            if (dice_.oneIn(3))
+                doubleTap(x, y);
+            else
+                penTimer();
+            return;
         }
     }
     void disturb()
