@@ -7,6 +7,7 @@
 #include "qt/messages.h"
 #include "qt/strings.h"
 #include "shell/application.h"
+#include "shell/commandstate.h"
 #include "shell/entry.h"
 #include "shell/look.h"
 #include "shell/pointmode.h"
@@ -138,7 +139,10 @@ void EditControl::inputMethodEvent(QInputMethodEvent* event)
     if (workbook == nullptr)
         return;
     if (!event->preeditString().isEmpty() && line.hasSelection())
-        messages_.send([&line] { line.clear(); });
+        messages_.send([&line] {
+            line.clear();
+            refreshCommandState();
+        });
     QInputMethodEvent composed(event->preeditString(), event->attributes());
     const QScopedValueRollback guard(following_, true);
     QLineEdit::inputMethodEvent(&composed);
@@ -198,6 +202,7 @@ void EditControl::pasteSelected(const QPoint& place)
     messages_.send([&pasted, caret] {
         formulaBar().line.setCaret(caret);
         formulaBar().line.paste(pasted);
+        refreshCommandState();
     });
 }
 

@@ -41,10 +41,10 @@ bool isWithin(int key, int first, int last)
 
 void sendCharacters(Messages& messages, std::u16string_view text)
 {
+    bool taken = true;
     for (const char16_t unit : text) {
-        if (workbook == nullptr)
-            return;
-        messages.send([unit] { character(unit); });
+        if (taken && workbook != nullptr)
+            messages.send([&] { taken = character(unit); });
     }
 }
 

@@ -74,6 +74,12 @@ void PenInput::up(Point place)
     tapEnd_ = messages_.count();
 }
 
+void PenInput::lose()
+{
+    if (application->pen.penDown)
+        messages_.send([] { penLost(); });
+}
+
 void PenInput::press(const QMouseEvent& event)
 {
     if (event.button() == Qt::LeftButton)
@@ -82,7 +88,10 @@ void PenInput::press(const QMouseEvent& event)
 
 void PenInput::move(const QMouseEvent& event)
 {
-    if (!application->pen.penDown || !event.buttons().testFlag(Qt::LeftButton))
+    // Its release went elsewhere, to a menu perhaps.
+    if (!event.buttons().testFlag(Qt::LeftButton))
+        return lose();
+    if (!application->pen.penDown)
         return;
     const Point place = pointOf(event.position());
     messages_.send([place] { penMove(place.x, place.y); });
@@ -170,8 +179,12 @@ void PenInput::touch(const QTouchEvent& event)
     case QEvent::TouchUpdate:
         fingersMove(event);
         break;
-    default:
+    case QEvent::TouchEnd:
         fingersUp();
+        break;
+    default: // the desktop took the fingers
+        fingers_ = Fingers::None;
+        lose();
         break;
     }
 }
@@ -197,7 +210,7 @@ void PenInput::fingersMove(const QTouchEvent& event)
 {
     const QPointF middle = middleOf(event);
     if (event.pointCount() > 1 && fingers_ == Fingers::One) {
-        messages_.send([] { penLost(); });
+        lose();
         fingers_ = Fingers::Scrolling;
         rest_ = {};
     } else if (event.pointCount() > 1 && fingers_ == Fingers::Scrolling) {

@@ -32,6 +32,9 @@ public:
     // A dialog takes the pen away; its release will not be seen.
     void interrupt();
 
+    // Somebody else has the pen now: what it held is let go.
+    void lose();
+
     // After each message.
     void follow();
 

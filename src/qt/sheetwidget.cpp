@@ -156,6 +156,14 @@ void SheetWidget::keyPressEvent(QKeyEvent* event)
     event->accept();
 }
 
+// A menu that opens takes the pen along, and so does another window.
+void SheetWidget::focusOutEvent(QFocusEvent* event)
+{
+    if (!messages_.isUnderWay())
+        penInput_.lose();
+    QWidget::focusOutEvent(event);
+}
+
 bool SheetWidget::focusNextPrevChild(bool)
 {
     return false; // Tab is a key of the grid

@@ -51,6 +51,16 @@ bool storeText()
     return application->enterCell(stored);
 }
 
+bool storeAndClose()
+{
+    const RepaintLock lock;
+    leavePointMode();
+    if (!storeText())
+        return false;
+    formulaBar().stopEditing();
+    return true;
+}
+
 // Writes over what is selected in the editor, or opens it with `formula`; the caret then stands
 // `back` units before the end of what was written.
 void insertText(std::u16string_view text, std::u16string_view formula, int back)
@@ -131,14 +141,10 @@ bool commitEdit(CommitMove move)
     FormulaBar& bar = formulaBar();
     if (!bar.editing)
         return true;
-    {
-        const RepaintLock lock;
-        leavePointMode();
-        if (!storeText()) {
-            application->showError();
-            return false;
-        }
-        bar.stopEditing();
+    // The lock is gone before a box opens: the window may have to be painted under it.
+    if (!storeAndClose()) {
+        application->showError();
+        return false;
     }
     if (move == MoveAfterCommit)
         moveAfterEntry();

@@ -75,6 +75,27 @@ bool isLineEnd(char16_t unit)
     return unit == u'\r' || unit == u'\n';
 }
 
+void enter()
+{
+    if (application->formulaBar.editing)
+        commitEdit(MoveAfterCommit);
+    else
+        moveAfterEntry();
+}
+
+void write(char16_t unit)
+{
+    FormulaBar& bar = application->formulaBar;
+    if (unit < u' ' && (!bar.editing || unit != KeyBackspace))
+        return;
+    if (bar.editing) {
+        leavePointMode();
+        bar.line.character(unit);
+    } else {
+        beginEditByTyping(unit);
+    }
+}
+
 } // namespace
 
 bool editorKey(Key key, KeyModifiers modifiers)
@@ -115,36 +136,24 @@ bool keyDown(Key key, KeyModifiers modifiers)
         onCommand(static_cast<std::uint16_t>(command));
         return true;
     }
-    if (editorHasFocus())
-        return editorKey(key, modifiers);
-    const bool used = gridKey(key, modifiers);
+    const bool used = editorHasFocus() ? editorKey(key, modifiers) : gridKey(key, modifiers);
     refreshCommandState();
     return used;
 }
 
-void character(char16_t unit)
+bool character(char16_t unit)
 {
     if (workbook == nullptr)
-        return;
-    FormulaBar& bar = application->formulaBar;
+        return false;
     if (!application->pointMode && lockedCellRefused())
-        return;
-    if (isLineEnd(unit)) {
-        if (bar.editing)
-            commitEdit(MoveAfterCommit);
-        else
-            moveAfterEntry();
-        return;
-    }
-    const bool writes = unit >= u' ' || (bar.editing && unit == KeyBackspace);
-    if (!writes)
-        return;
-    if (bar.editing) {
-        leavePointMode();
-        bar.line.character(unit);
-    } else {
-        beginEditByTyping(unit);
-    }
+        return false;
+    if (isLineEnd(unit))
+        enter();
+    else
+        write(unit);
+    // The editor may have something to take back now.
+    refreshCommandState();
+    return true;
 }
 
 } // namespace vorn

@@ -15,7 +15,8 @@ bool keyDown(Key key, KeyModifiers modifiers);
 // What a key does in the editor, before the control has it.
 bool editorKey(Key key, KeyModifiers modifiers);
 
-// A character as typed, Enter as a carriage return or a line feed. A locked cell refuses it.
-void character(char16_t unit);
+// A character as typed, Enter as a carriage return or a line feed. False if a locked cell refuses
+// it, with all that would follow.
+bool character(char16_t unit);
 
 } // namespace vorn

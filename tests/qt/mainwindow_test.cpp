@@ -277,6 +277,55 @@ TEST(MainWindow, letsThePenGoWhenADialogTakesItAway)
     EXPECT_FALSE(session.app.pen.penDown);
 }
 
+TEST(MainWindow, letsThePenGoWhenItsReleaseIsNotSeen)
+{
+    WindowSession session;
+    const auto press = [&] {
+        session.mouse(QEvent::MouseButtonPress, session.sheet(), middleOf(0, 0));
+        session.mouse(QEvent::MouseMove, session.sheet(), middleOf(0, 2));
+        EXPECT_TRUE(session.app.pen.penDown);
+    };
+    press();
+    session.hover(session.sheet(), middleOf(0, 4));
+    EXPECT_FALSE(session.app.pen.penDown) << "the mouse comes back without a button";
+    press();
+    QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
+    QCoreApplication::sendEvent(&session.sheet(), &menu);
+    EXPECT_FALSE(session.app.pen.penDown) << "a menu opens";
+    EXPECT_EQ(selection().range, (RangeRef{0, 0, 2, 0}));
+}
+
+TEST(MainWindow, letsAFingerGoThatTheDesktopTakes)
+{
+    WindowSession session;
+    const int width = workbook->currentSheet->columns.columnWidth(0);
+    penDown(89, 24);
+    penMove(120, 24);
+    ASSERT_EQ(session.app.pen.dragMode, DragColumnSize);
+    QTouchEvent cancel(QEvent::TouchCancel);
+    QCoreApplication::sendEvent(&session.sheet(), &cancel);
+    EXPECT_FALSE(session.app.pen.penDown);
+    EXPECT_EQ(workbook->currentSheet->columns.columnWidth(0), width);
+}
+
+TEST(MainWindow, showsWhileEditingWhatCanBeUndone)
+{
+    WindowSession session;
+    session.type(u"a");
+    session.type(u"b");
+    EXPECT_TRUE(session.app.commandState.entry(CommandUndo)->enabled);
+    session.press(Qt::Key_Escape);
+    EXPECT_FALSE(session.app.commandState.entry(CommandUndo)->enabled);
+}
+
+TEST(MainWindow, refusesAWholeTextOnce)
+{
+    WindowSession session;
+    workbook->currentSheet->protectedSheet = true;
+    session.compose({}, QStringLiteral("three"));
+    EXPECT_EQ(session.machine.userInterface.boxes.size(), 1U);
+}
+
 // A touch screen below the grid, whose fingers have numbers.
 class TouchScreen {
 public:

@@ -308,6 +308,24 @@ TEST_F(EntryTest, keepsTheEditorWithAFormulaThatDoesNotCompile)
     EXPECT_FALSE(bar().caretMode) << "as it was";
 }
 
+TEST_F(EntryTest, holdsNoRepaintLockWhileItsBoxIsOpen)
+{
+    struct LockReader : SilentUserInterface {
+        BoxAnswer messageBox(std::u16string_view caption, std::u16string_view text,
+                             BoxButtons buttons, BoxIcon icon) override
+        {
+            locks.push_back(application->repaintLock);
+            return SilentUserInterface::messageBox(caption, text, buttons, icon);
+        }
+        std::vector<int> locks;
+    } reader;
+    platform.userInterface = &reader;
+    session.type(u"=1+");
+    EXPECT_FALSE(commitEdit(StayAfterCommit));
+    EXPECT_EQ(reader.locks, std::vector<int>{0}) << "the window is painted under it";
+    platform.userInterface = &session.machine.userInterface;
+}
+
 TEST_F(EntryTest, lowersTheRepaintLock)
 {
     session.type(u"5");
