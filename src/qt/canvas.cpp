@@ -373,6 +373,10 @@ void QtCanvas::text(const Rect& area, std::u16string_view text, const FontLook& 
     if (place.wrap) {
         drawLines(area, breakLines(typeface, text, area.width()), typeface, colour, place);
     } else {
+        // A line in the middle is known to fit, or is seen in its middle.
+        if (place.across != TextAcross::Center)
+            text = seenPart(typeface, text, area.width(),
+                            place.across == TextAcross::Left ? LineSide::Left : LineSide::Right);
         const TextLine line{text, lineWidth(typeface, text)};
         drawLines(area, {&line, 1}, typeface, colour, place);
     }

@@ -1,5 +1,6 @@
 #include "qt/commandbars.h"
 
+#include "files/bytes.h"
 #include "qt/icons.h"
 #include "qt/strings.h"
 #include "resources/menu.h"
@@ -50,27 +51,16 @@ QAction* findAction(const std::unordered_map<int, QAction*>& actions, int id)
     return found == actions.end() ? nullptr : found->second;
 }
 
-void put32(std::vector<unsigned char>& bytes, unsigned value)
-{
-    for (int shift = 0; shift < 32; shift += 8)
-        bytes.push_back(static_cast<unsigned char>(value >> shift));
-}
-
-unsigned get32(const std::vector<unsigned char>& bytes, std::size_t offset)
-{
-    unsigned value = 0;
-    for (std::size_t byte = 4; byte-- > 0;)
-        value = value << 8 | bytes[offset + byte];
-    return value;
-}
-
 void putBand(std::vector<unsigned char>& bytes, unsigned band, bool beginsRow, int width)
 {
-    put32(bytes, BandRecordSize);
-    put32(bytes, band);
-    put32(bytes, beginsRow ? BandBreak : 0);
-    put32(bytes, static_cast<unsigned>(width));
-    put32(bytes, 0);
+    const std::size_t begin = bytes.size();
+    bytes.resize(begin + BandRecordSize);
+    unsigned char* field = bytes.data() + begin;
+    for (const unsigned value :
+         {BandRecordSize, band, beginsRow ? BandBreak : 0U, static_cast<unsigned>(width), 0U}) {
+        put32(field, value);
+        field += 4;
+    }
 }
 
 // A bar may be narrower than what it holds: it then shows a button for the rest.
@@ -236,10 +226,10 @@ void CommandBars::restore(const std::vector<unsigned char>& record)
     constexpr std::size_t Width = 12;
     if (record.size() != CommandBandSize)
         return;
-    const bool oneRow = (get32(record, BandRecordSize + Style) & BandBreak) == 0;
+    const bool oneRow = (get32(record.data() + BandRecordSize + Style) & BandBreak) == 0;
     rows_.setDirection(oneRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     constexpr unsigned WidthMost = 10000;
-    const int width = static_cast<int>(qMin(get32(record, Width), WidthMost));
+    const int width = static_cast<int>(qMin(get32(record.data() + Width), WidthMost));
     menuBar_.setMaximumWidth(oneRow ? qMax(width, LeastWidth) : QWIDGETSIZE_MAX);
 }
 

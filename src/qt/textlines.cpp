@@ -174,6 +174,30 @@ double lineWidth(Typeface& typeface, std::u16string_view line)
     return typeface.isPlain(line) ? typeface.plainWidth(line) : ShapedLine(typeface, line).width();
 }
 
+std::u16string_view seenPart(const Typeface& typeface, std::u16string_view line, int room,
+                             LineSide side)
+{
+    // A narrow letter is a quarter as wide as its line is high, a narrow blank an eighth; marks
+    // have no width.
+    constexpr std::size_t marks = 200;
+    const auto width = static_cast<std::size_t>(std::max(room, 0));
+    const auto height = static_cast<std::size_t>(std::max(typeface.lineHeight(), 1));
+    const std::size_t length = marks + 16 * width / height;
+    if (line.size() <= length)
+        return line;
+    // Where a text runs to the left, what is seen at the left is its end.
+    const bool fromStart =
+        QStringView(line.data(), static_cast<qsizetype>(line.size())).isRightToLeft() ==
+        (side == LineSide::Right);
+    const auto splitsPair = [&line](std::size_t place) {
+        return line[place] >= 0xDC00 && line[place] <= 0xDFFF;
+    };
+    if (fromStart)
+        return line.substr(0, splitsPair(length) ? length + 1 : length);
+    const std::size_t begin = line.size() - length;
+    return line.substr(splitsPair(begin) ? begin - 1 : begin);
+}
+
 std::vector<TextLine> breakLines(Typeface& typeface, std::u16string_view text, double room)
 {
     std::vector<TextLine> lines;

@@ -17,6 +17,12 @@ struct TextLine {
 
 double lineWidth(Typeface& typeface, std::u16string_view line);
 
+// The part of a line that can be seen of it in so much room: its beginning, or its end where it is
+// aligned to the right. To shape all of a long line would take longer than to paint a window.
+enum class LineSide { Left, Right };
+std::u16string_view seenPart(const Typeface& typeface, std::u16string_view line, int room,
+                             LineSide side);
+
 // Lines end at a line feed and break at blanks, which are dropped there; a word that is wider than
 // `room` stays whole. There is at least one line.
 std::vector<TextLine> breakLines(Typeface& typeface, std::u16string_view text, double room);

@@ -91,6 +91,14 @@ int CellTextPainter::width(std::u16string_view text)
     return measuredWidth_;
 }
 
+// What has more characters than there are pixels does not, and need not be measured.
+bool CellTextPainter::fits(std::u16string_view text, int room)
+{
+    constexpr std::size_t marks = 200; // that have no width of their own
+    return text.size() <= static_cast<std::size_t>(std::max(room, 0)) + marks &&
+           width(text) <= room;
+}
+
 void CellTextPainter::useFont(int font)
 {
     if (font == font_)
@@ -144,7 +152,7 @@ void CellTextPainter::paintAcross(std::u16string_view text, int alignment, const
 {
     switch (alignment) {
     case AlignCenter:
-        if (place.wrap || width(text) <= own.width())
+        if (place.wrap || fits(text, own.width()))
             put(own, text, TextAcross::Center, place);
         else // it goes on to the right only
             put(all, text, TextAcross::Left, place);

@@ -32,6 +32,7 @@ public:
 
 private:
     int width(std::u16string_view text) override;
+    bool fits(std::u16string_view text, int room);
     void useFont(int font);
     std::u16string_view textOf(const CellValue& value, const CellStyle& style, int room);
     std::u16string_view repeated(std::u16string_view text, int room);

@@ -409,6 +409,36 @@ TEST(QtCanvas, whatDoesNotFitIsCutOff)
     }
 }
 
+// Of a long text only a part is shaped: what is seen is what a part shows that is drawn whole.
+TEST(QtCanvas, aLongTextLooksAsItsVisiblePartDoes)
+{
+    constexpr std::size_t length = 20000, part = 150;
+    const struct {
+        const char* behaviour;
+        char16_t first;
+        char16_t letters;
+        TextAcross across;
+        bool fromStart;
+    } cases[] = {
+        {"begins at the left",           u'a',      26, TextAcross::Left,  true },
+        {"ends at the right",            u'a',      26, TextAcross::Right, false},
+        {"runs to the left, and on",     u'\u05D0', 20, TextAcross::Left,  false},
+        {"runs to the left, and begins", u'\u05D0', 20, TextAcross::Right, true },
+        {"of a script that is shaped",   u'\u4E00', 90, TextAcross::Left,  true },
+    };
+    for (const auto& c : cases) {
+        std::u16string text;
+        for (std::size_t at = 0; at < length; ++at)
+            text += static_cast<char16_t>(c.first + at * at % 89 % c.letters);
+        Picture whole(1, 100, 20), seen(1, 100, 20);
+        whole.canvas.text(whole.all, text, textLook(), ColourBlack, {c.across});
+        seen.canvas.text(seen.all, text.substr(c.fromStart ? 0 : length - part, part), textLook(),
+                         ColourBlack, {c.across});
+        EXPECT_FALSE(whole.painted().isEmpty()) << c.behaviour;
+        EXPECT_EQ(whole.image, seen.image) << c.behaviour;
+    }
+}
+
 TEST(QtCanvas, aWrappedTextIsAsHighAsMeasured)
 {
     QtTextMeasure measure;

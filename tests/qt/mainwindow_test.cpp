@@ -569,7 +569,9 @@ TEST(MainWindow, paintsNothingWhileItIsLocked)
     session.window.messages().send([] { application->markDirty(DirtyAll); });
     watch.settle();
     EXPECT_EQ(watch.paints, 0);
+    const int asked = session.machine.userInterface.repaints;
     session.app.unlockRepaint();
+    EXPECT_EQ(session.machine.userInterface.repaints, asked + 1);
     session.window.requestRepaint(); // as the user interface passes it on
     watch.settle();
     EXPECT_EQ(watch.paints, 1);

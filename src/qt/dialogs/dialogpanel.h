@@ -47,7 +47,6 @@ private:
     void pageTurned() override {}
     void dialogClosed() override;
 
-    ControlView& makeView(const Control& control, QWidget* parent);
     void groupRadios();
     void addRow(const ArrangedRow& row);
     void addFields(const ArrangedRow& row);
