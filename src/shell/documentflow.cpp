@@ -134,23 +134,25 @@ void openExistingFile(std::u16string_view path)
     platform.userInterface->messageBox(Caption, text, BoxButtons::Ok, BoxIcon::Warning);
 }
 
+// A longer line is taken with its quotes, and no path is that long.
+std::u16string_view withoutQuotes(std::u16string_view commandLine)
+{
+    if (!commandLine.starts_with(u'"') || commandLine.size() >= QuotedLineMax)
+        return commandLine;
+    commandLine.remove_prefix(1);
+    if (commandLine.ends_with(u'"'))
+        commandLine.remove_suffix(1);
+    return commandLine;
+}
+
 void openFromCommandLine(std::u16string_view commandLine)
 {
     if (commandLine.empty())
         return;
-    if (!commandLine.starts_with(u'"')) {
-        openExistingFile(commandLine);
-        return;
-    }
-    // A longer line is taken with its quotes, and no path is that long.
-    if (commandLine.size() >= QuotedLineMax) {
+    if (commandLine.starts_with(u'"') && commandLine.size() >= QuotedLineMax)
         application->OpenDocument(commandLine);
-        return;
-    }
-    commandLine.remove_prefix(1);
-    if (commandLine.ends_with(u'"'))
-        commandLine.remove_suffix(1);
-    openExistingFile(commandLine);
+    else
+        openExistingFile(withoutQuotes(commandLine));
 }
 
 } // namespace vorn

@@ -25,6 +25,9 @@ bool promptSaveChanges();
 // Opens the file at the path if there is one, and otherwise says that there is none.
 void openExistingFile(std::u16string_view path);
 
+// The path of a command line in quotes; any other line, and one that is too long, as it stands.
+std::u16string_view withoutQuotes(std::u16string_view commandLine);
+
 // Opens the file that the program was started with, if any: a path, which may stand in quotes.
 void openFromCommandLine(std::u16string_view commandLine);
 

@@ -496,6 +496,27 @@ TEST_F(DocumentFlow, opensTheFileOfTheCommandLine)
     EXPECT_EQ(app.documentFolder, u"\\C_Drive\\C_MyDocs\\");
 }
 
+TEST(CommandLine, losesItsQuotesUnlessItIsTooLong)
+{
+    const std::u16string longest(298, u'x');
+    const struct {
+        const char* behaviour;
+        std::u16string line, path;
+    } cases[] = {
+        {"nothing",                      u"",                   u""                  },
+        {"no quotes",                    u"a.vn",               u"a.vn"              },
+        {"a closing quote alone",        u"a.vn\"",             u"a.vn\""            },
+        {"both",                         u"\"a.vn\"",           u"a.vn"              },
+        {"an opening quote alone",       u"\"a.vn",             u"a.vn"              },
+        {"nothing but a quote",          u"\"",                 u""                  },
+        {"two pairs, of which one goes", u"\"\"a.vn\"\"",       u"\"a.vn\""          },
+        {"299 characters",               u'"' + longest,        longest              },
+        {"300",                          u'"' + longest + u'"', u'"' + longest + u'"'},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(withoutQuotes(c.line), c.path) << c.behaviour;
+}
+
 TEST_F(DocumentFlow, staysWithANewDocumentWithoutACommandLine)
 {
     app.newWorkbook();
