@@ -1,10 +1,15 @@
 #include "qt/instance.h"
 
+#include "qt/strings.h"
+#include "shell/documentflow.h"
+
+#include <QFileInfo>
 #include <QLocalSocket>
+#include <QLockFile>
 #include <QStandardPaths>
 #include <QTimer>
 
-#include <cstring>
+#include <optional>
 
 namespace vorn::qt {
 
@@ -12,7 +17,14 @@ namespace {
 
 constexpr qsizetype HeaderSize = 8;
 constexpr char Taken = 1;
+constexpr char Wait = 2;
 constexpr int PatienceMilliseconds = 2000;
+
+// Longer than another start takes that meets a window which does not answer, and opens its own.
+constexpr int LockPatienceMilliseconds = 5000;
+
+// Windows that close while they are asked, one after the other.
+constexpr int QuestionsMax = 3;
 
 void put32(QByteArray& bytes, unsigned value)
 {
@@ -91,30 +103,95 @@ QString instanceAddress()
     return folder + "/vorn" + display;
 }
 
-bool askRunningWindow(const QString& address, const Request& request)
+QString instanceLock(const QString& address)
 {
-    if (address.isEmpty() || request.path.size() > RequestPathMax)
-        return false;
+    return address + ".lock";
+}
+
+// --- The start that asks
+
+namespace {
+
+// Where a window died the socket is left, but refuses.
+bool isNobodyThere(const QLocalSocket& socket)
+{
+    return socket.error() == QLocalSocket::ServerNotFoundError ||
+           socket.error() == QLocalSocket::ConnectionRefusedError;
+}
+
+// Reads up to the last word. Nothing if the connection ends without one.
+std::optional<StartAnswer> hear(QLocalSocket& socket)
+{
+    do {
+        char byte = 0;
+        while (socket.getChar(&byte)) {
+            if (byte != Wait)
+                return byte == Taken ? StartAnswer::Taken : StartAnswer::Unheard;
+        }
+    } while (socket.waitForReadyRead(-1));
+    return {};
+}
+
+std::optional<StartAnswer> ask(const QString& address, QLockFile& lock, const Request& request)
+{
     QLocalSocket socket;
     socket.connectToServer(address);
     if (!socket.waitForConnected(PatienceMilliseconds))
-        return false;
+        return isNobodyThere(socket) ? StartAnswer::Nobody : StartAnswer::Unheard;
     socket.write(requestBytes(request));
     if (!socket.waitForBytesWritten(PatienceMilliseconds) ||
-        !socket.waitForReadyRead(PatienceMilliseconds))
+        !socket.waitForReadyRead(PatienceMilliseconds)) {
+        if (socket.state() != QLocalSocket::ConnectedState)
+            return {};
+        socket.abort();
+        return StartAnswer::Unheard;
+    }
+    lock.unlock();
+    return hear(socket);
+}
+
+} // namespace
+
+StartAnswer askRunningWindow(const QString& address, QLockFile& lock, const Request& request)
+{
+    if (address.isEmpty())
+        return StartAnswer::Nobody;
+    if (request.path.size() > RequestPathMax)
+        return StartAnswer::Unheard;
+    std::optional<StartAnswer> answer;
+    for (int question = 0; !answer && question < QuestionsMax; ++question) {
+        // Without the lock it may still ask, but not take the place.
+        const bool locked = lock.tryLock(LockPatienceMilliseconds);
+        answer = ask(address, lock, request);
+        if (answer == StartAnswer::Nobody && locked)
+            return StartAnswer::Nobody;
+        lock.unlock();
+    }
+    return answer == StartAnswer::Taken ? StartAnswer::Taken : StartAnswer::Unheard;
+}
+
+bool readArgument(const std::string& argument, std::u16string& line)
+{
+    const QString text =
+        QString::fromUtf8(argument.data(), static_cast<qsizetype>(argument.size()));
+    if (text.toUtf8().toStdString() != argument)
         return false;
-    return socket.read(1) == QByteArray(1, Taken);
+    line = fromQt(text);
+    const std::u16string path(withoutQuotes(line));
+    const bool isLongQuotedLine = path.size() == line.size() && line.starts_with(u'"');
+    if (!path.empty() && !isLongQuotedLine)
+        line = fromQt(QFileInfo(toQt(path)).absoluteFilePath());
+    return true;
 }
 
 // --- The window that listens
 
-InstanceServer::InstanceServer(Handler handler) : handler_(std::move(handler))
+InstanceServer::InstanceServer(Window window) : window_(std::move(window))
 {
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { accept(); });
 }
 
-// Who listens there would have answered when it was asked.
 bool InstanceServer::listen(const QString& address)
 {
     if (address.isEmpty())
@@ -125,36 +202,96 @@ bool InstanceServer::listen(const QString& address)
 
 void InstanceServer::accept()
 {
-    while (QLocalSocket* socket = server_.nextPendingConnection()) {
-        QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-        QObject::connect(socket, &QLocalSocket::readyRead, &server_,
-                         [this, socket] { read(socket); });
+    while (QLocalSocket* sender = server_.nextPendingConnection()) {
+        QObject::connect(sender, &QLocalSocket::disconnected, sender, &QObject::deleteLater);
         // Who says nothing is not waited for.
-        QTimer::singleShot(PatienceMilliseconds, socket, [socket] { socket->abort(); });
-        read(socket);
+        auto* patience = new QTimer(sender);
+        patience->setSingleShot(true);
+        patience->start(PatienceMilliseconds);
+        QObject::connect(patience, &QTimer::timeout, sender, &QLocalSocket::abort);
+        QObject::connect(sender, &QLocalSocket::readyRead, patience,
+                         [this, sender, patience] { read(*sender, *patience); });
+        read(*sender, *patience);
     }
 }
 
 // Nothing is taken off the socket before the request is whole, and no more is looked at than one
 // can have.
-void InstanceServer::read(QLocalSocket* socket)
+void InstanceServer::read(QLocalSocket& sender, QTimer& patience)
 {
     constexpr qsizetype LengthMax = HeaderSize + 2 * RequestPathMax;
     Request request;
-    switch (readRequest(socket->peek(LengthMax + 1), request)) {
+    switch (readRequest(sender.peek(LengthMax + 1), request)) {
     case RequestForm::Incomplete:
         return;
     case RequestForm::Garbage:
-        socket->abort();
+        sender.abort();
         return;
     case RequestForm::Whole:
         break;
     }
-    socket->disconnect(&server_);
-    socket->readAll();
-    socket->write(&Taken, 1);
-    socket->disconnectFromServer();
-    handler_(request);
+    patience.stop();
+    sender.disconnect(&patience);
+    sender.readAll();
+    take(sender, request);
+}
+
+namespace {
+
+// False if the sender has given up, which nothing but writing to it tells for sure.
+bool answerSender(QLocalSocket& sender, char byte)
+{
+    sender.write(&byte, 1);
+    sender.flush();
+    return sender.state() == QLocalSocket::ConnectedState && sender.bytesToWrite() == 0;
+}
+
+} // namespace
+
+// A window comes to the front at once, so that whoever waits sees what for.
+void InstanceServer::take(QLocalSocket& sender, const Request& request)
+{
+    const Readiness readiness = window_.readiness();
+    if (readiness == Readiness::Leaving) {
+        leave();
+    } else if (readiness == Readiness::Ready || request.kind == RequestFront) {
+        serve(sender, request);
+    } else if (answerSender(sender, Wait)) {
+        waiting_.push_back({&sender, request});
+        window_.comeToFront();
+    }
+}
+
+void InstanceServer::serve(QLocalSocket& sender, const Request& request)
+{
+    if (!answerSender(sender, Taken))
+        return;
+    sender.disconnectFromServer();
+    window_.comeToFront();
+    if (request.kind == RequestOpen)
+        window_.open(request.path);
+}
+
+// Opening one is a message, at the end of which this is called again.
+void InstanceServer::goOn()
+{
+    while (!waiting_.empty() && window_.readiness() == Readiness::Ready) {
+        const Waiting next = std::move(waiting_.front());
+        waiting_.pop_front();
+        if (next.sender != nullptr)
+            serve(*next.sender, next.request);
+    }
+    if (window_.readiness() == Readiness::Leaving)
+        leave();
+}
+
+// The place goes first: who is dropped asks again there.
+void InstanceServer::leave()
+{
+    server_.close();
+    waiting_.clear();
+    for (QLocalSocket* sender : server_.findChildren<QLocalSocket*>())
+        sender->abort();
 }
 
 } // namespace vorn::qt

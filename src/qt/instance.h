@@ -8,7 +8,18 @@
 //   4       4     bytes of the path: even, 2 at least to open, and none otherwise
 //   8       ...   the path in UTF-16
 //
-// One byte, 1, is the answer. Whatever is no request is not answered, and its sender dropped.
+// The answer is one byte: 1, the request is taken, or 2, it has to wait, since a box or a dialog is
+// open or some other message under way; a 1 follows when its turn comes. Whatever is no request is
+// not answered, and its sender dropped.
+//
+// A sender waits two seconds for the first byte. Without one it opens a window of its own, which
+// does not listen: the other one is stopped or busy, and goes on listening when it is not. After a
+// 2 the sender waits for the 1 without a limit. A connection that ends without a 1 means that the
+// window closes, so the sender starts over, and opens a window where nobody is left. A request
+// counts only while its sender is connected, so none is served twice.
+//
+// From the question to the moment at which the new window listens a start holds a lock beside the
+// socket, or two at once would both find nobody. While it waits for a 1 it does not hold it.
 //
 // Errors: silent. Where there is nobody to ask, or no socket to listen at, a window opens as if it
 //         were the first.
@@ -16,12 +27,16 @@
 
 #include <QByteArray>
 #include <QLocalServer>
+#include <QPointer>
 #include <QString>
 
+#include <deque>
 #include <functional>
 #include <string>
 
 class QLocalSocket;
+class QLockFile;
+class QTimer;
 
 namespace vorn::qt {
 
@@ -45,24 +60,59 @@ RequestForm readRequest(const QByteArray& bytes, Request& out);
 // Where the window of this user on this display listens; empty if there is no place for it.
 QString instanceAddress();
 
-// True if a window took the request.
-bool askRunningWindow(const QString& address, const Request& request);
+// The lock that belongs to it.
+QString instanceLock(const QString& address);
+
+enum class StartAnswer {
+    Taken,  // a window has the request
+    Nobody, // no window is there: this one is to listen
+    Unheard // one is there, but does not answer in time
+};
+
+// `lock` is held afterwards if the answer is Nobody, until the window listens.
+StartAnswer askRunningWindow(const QString& address, QLockFile& lock, const Request& request);
+
+// What a start is to open, as a window in another folder understands it too: absolute, and without
+// quotes. What is no path in quotes is left to openFromCommandLine as it stands. False for bytes
+// that are no UTF-8, which would not lead back to the file.
+bool readArgument(const std::string& argument, std::u16string& line);
+
+// What can be done with a request.
+enum class Readiness { Ready, Busy, Leaving };
 
 class InstanceServer {
 public:
-    using Handler = std::function<void(const Request&)>;
+    struct Window {
+        std::function<Readiness()> readiness;
+        std::function<void()> comeToFront;
+        std::function<void(const std::u16string&)> open; // only if Ready
+    };
 
-    explicit InstanceServer(Handler handler);
+    explicit InstanceServer(Window window);
 
-    // Takes the place of one that died there. False if that is refused.
+    // Takes the place of one that died there: whoever calls has asked and found nobody. False if
+    // the place is refused.
     bool listen(const QString& address);
 
+    // Is to be called when the window has become ready, or leaves: what waits is served, or else
+    // dropped with the socket.
+    void goOn();
+
 private:
+    struct Waiting {
+        QPointer<QLocalSocket> sender; // null once it is gone
+        Request request;
+    };
+
     void accept();
-    void read(QLocalSocket* socket);
+    void read(QLocalSocket& sender, QTimer& patience);
+    void take(QLocalSocket& sender, const Request& request);
+    void serve(QLocalSocket& sender, const Request& request);
+    void leave();
 
     QLocalServer server_;
-    Handler handler_;
+    Window window_;
+    std::deque<Waiting> waiting_;
 };
 
 } // namespace vorn::qt

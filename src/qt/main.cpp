@@ -1,18 +1,16 @@
 // vorn: the spreadsheet.
 #include "core/workbook.h"
-#include "platform/posix/path.h"
 #include "qt/instance.h"
 #include "qt/machine.h"
 #include "qt/mainwindow.h"
 #include "qt/picture.h"
-#include "qt/strings.h"
 #include "qt/windowlook.h"
 #include "shell/application.h"
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QFile>
-#include <QFileInfo>
+#include <QLockFile>
 
 #include <clocale>
 #include <cstdio>
@@ -121,16 +119,7 @@ void chooseDisplay(const Call& call)
 
 // --- The program
 
-// As a window that runs elsewhere, in another folder, understands it too. What stands in quotes
-// stays as it is.
-std::u16string absolutePath(const std::string& file)
-{
-    if (file.empty() || file.starts_with('"'))
-        return pathText(file);
-    return fromQt(QFileInfo(QFile::decodeName(file.c_str())).absoluteFilePath());
-}
-
-int runPicture(const Call& call)
+int runPicture(const Call& call, const std::u16string& file)
 {
     PictureUser user;
     Machine machine(user);
@@ -145,13 +134,13 @@ int runPicture(const Call& call)
     if (!call.size.empty())
         window.resize(call.size[0], call.size[1]);
     window.show();
-    window.begin(absolutePath(call.file));
+    window.begin(file);
     const bool written = writePicture(window, QFile::decodeName(call.picture.c_str()));
     user.setWindow(nullptr);
     return written && !user.hasSpoken() ? 0 : StatusFailed;
 }
 
-int runWindow(const Call& call)
+int runWindow(const Call& call, const std::u16string& file)
 {
     WindowUser user;
     Machine machine(user);
@@ -163,19 +152,17 @@ int runWindow(const Call& call)
         std::fprintf(stderr, "vorn: %s\n", reason.c_str());
         return StatusWrongCall;
     }
-    const std::u16string file = absolutePath(call.file);
     const QString address = instanceAddress();
-    if (askRunningWindow(address, {file.empty() ? RequestFront : RequestOpen, file}))
+    QLockFile lock(instanceLock(address));
+    const StartAnswer answer =
+        askRunningWindow(address, lock, {file.empty() ? RequestFront : RequestOpen, file});
+    if (answer == StartAnswer::Taken)
         return 0;
     Application app;
     MainWindow window;
-    InstanceServer server([&window](const Request& request) {
-        if (request.kind == RequestOpen)
-            window.openOnRequest(request.path);
-        else
-            window.comeToFront();
-    });
-    server.listen(address);
+    if (answer == StartAnswer::Nobody)
+        window.listen(address);
+    lock.unlock();
     user.setWindow(&window);
     window.show();
     window.begin(file);
@@ -201,6 +188,11 @@ int start(int argc, char** argv)
         std::fputs("vorn: --size: the picture would be too large\n", stderr);
         return StatusWrongCall;
     }
+    std::u16string file;
+    if (!readArgument(call.file, file)) {
+        std::fputs("vorn: FILE: the name is no UTF-8\n", stderr);
+        return StatusWrongCall;
+    }
     call.ownSettings = program.count("--settings") != 0;
     chooseDisplay(call);
     qInstallMessageHandler(hearWhileStarting);
@@ -213,7 +205,7 @@ int start(int argc, char** argv)
     std::setlocale(LC_NUMERIC, "C"); // the toolkit takes the user's
     QApplication::setQuitOnLastWindowClosed(false);
     useWindowLook();
-    return call.picture.empty() ? runWindow(call) : runPicture(call);
+    return call.picture.empty() ? runWindow(call, file) : runPicture(call, file);
 }
 
 } // namespace

@@ -17,6 +17,8 @@ namespace vorn::qt {
 
 MainWindow::MainWindow()
     : messages_([this] { follow(); }),
+      starts_({[this] { return readiness(); }, [this] { comeToFront(); },
+               [this](const std::u16string& line) { openOnRequest(line); }}),
       bars_([this](int id) { messages_.send([id] { onCommand(static_cast<std::uint16_t>(id)); }); },
             this),
       sheet_(messages_, this)
@@ -50,6 +52,7 @@ void MainWindow::follow()
     if (application->quitRequested) {
         hide();
         QCoreApplication::quit();
+        starts_.goOn();
         return;
     }
     bars_.follow(application->commandState);
@@ -57,7 +60,7 @@ void MainWindow::follow()
     followFullScreen();
     sheet_.follow();
     requestRepaint();
-    takeRequests();
+    starts_.goOn();
 }
 
 // The mode takes the bands away, and the desktop around the window with them.
@@ -146,6 +149,13 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 // --- Requests of other starts
 
+Readiness MainWindow::readiness() const
+{
+    if (application->quitRequested)
+        return Readiness::Leaving;
+    return messages_.isUnderWay() ? Readiness::Busy : Readiness::Ready;
+}
+
 void MainWindow::comeToFront()
 {
     if (isMinimized())
@@ -154,24 +164,12 @@ void MainWindow::comeToFront()
     activateWindow();
 }
 
-void MainWindow::openOnRequest(std::u16string path)
+// What it opens is taken as if this were the first start, but the document may have changed.
+void MainWindow::openOnRequest(const std::u16string& line)
 {
-    if (application->quitRequested)
-        return;
-    comeToFront();
-    requests_.push_back(std::move(path));
-    takeRequests();
-}
-
-void MainWindow::takeRequests()
-{
-    if (requests_.empty() || messages_.isUnderWay())
-        return;
-    const std::u16string path = std::move(requests_.front());
-    requests_.erase(requests_.begin());
-    messages_.send([&path] {
+    messages_.send([&line] {
         if (application->PromptSaveChanges())
-            application->OpenDocument(path);
+            openFromCommandLine(line);
     });
 }
 

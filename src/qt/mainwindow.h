@@ -7,15 +7,14 @@
 #pragma once
 
 #include "qt/commandbars.h"
+#include "qt/instance.h"
 #include "qt/messages.h"
 #include "qt/sheetwidget.h"
 
 #include <QWidget>
 
-#include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace vorn::qt {
 
@@ -32,9 +31,8 @@ public:
     // program was started with, if any.
     void begin(std::u16string_view commandLine);
 
-    // Of another start of the program, which waits while a message is under way.
-    void openOnRequest(std::u16string path);
-    void comeToFront();
+    // Serves the other starts of the program, which ask there.
+    bool listen(const QString& address) { return starts_.listen(address); }
 
     void showTitle(std::u16string_view title);
     void requestRepaint();
@@ -57,13 +55,15 @@ private:
     void followFullScreen();
     void keepBands();
     void activate();
-    void takeRequests();
+    Readiness readiness() const;
+    void comeToFront();
+    void openOnRequest(const std::u16string& line);
 
     Messages messages_;
+    InstanceServer starts_;
     CommandBars bars_;
     SheetWidget sheet_;
     bool maximizedBefore_ = false; // the full screen
-    std::vector<std::u16string> requests_;
 };
 
 } // namespace vorn::qt

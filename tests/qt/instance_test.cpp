@@ -1,15 +1,20 @@
 #include "qt/instance.h"
 
+#include "qt/strings.h"
 #include "support/environment.h"
 #include "support/tempfolder.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLocalSocket>
+#include <QLockFile>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <optional>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -78,10 +83,40 @@ TEST(Request, isReadOnlyIfItIsOne)
     EXPECT_EQ(request.path, u"/a");
 }
 
+TEST(Argument, isAbsoluteAndWithoutQuotesUnlessItIsNoPath)
+{
+    const std::string here = QDir::currentPath().toStdString() + "/";
+    const std::string tooLong = '"' + std::string(299, 'x');
+    const struct {
+        const char* behaviour;
+        std::string argument, line;
+    } cases[] = {
+        {"nothing",                            "",              ""            },
+        {"an absolute path",                   "/tmp/a b.vn",   "/tmp/a b.vn" },
+        {"a relative one",                     "a.vn",          here + "a.vn" },
+        {"in quotes",                          "\"/tmp/a.vn\"", "/tmp/a.vn"   },
+        {"a relative one in quotes",           "\"a.vn\"",      here + "a.vn" },
+        {"after an opening quote alone",       "\"a.vn",        here + "a.vn" },
+        {"quotes in quotes, which are a name", "\"\"a\"\"",     here + "\"a\""},
+        {"a quote without a path",             "\"",            "\""          },
+        {"letters of two bytes",               "/\xc3\xa9.vn",  "/\xc3\xa9.vn"},
+        {"a line too long for its quotes",     tooLong,         tooLong       },
+    };
+    for (const auto& c : cases) {
+        std::u16string line;
+        EXPECT_TRUE(readArgument(c.argument, line)) << c.behaviour;
+        EXPECT_EQ(toQt(line).toStdString(), c.line) << c.behaviour;
+    }
+    std::u16string line;
+    EXPECT_FALSE(readArgument("/tmp/\xe9.vn", line)) << "an old encoding";
+    EXPECT_FALSE(readArgument("/tmp/\xc3", line)) << "half a letter";
+}
+
 // A window that listens, and what it was asked for.
 struct Listener {
     explicit Listener(const QString& address)
-        : server([this](const Request& request) { requests.push_back(request); }),
+        : server({[this] { return readiness; }, [this] { ++fronts; },
+                  [this](const std::u16string& path) { paths.push_back(path); }}),
           listens(server.listen(address))
     {
     }
@@ -96,19 +131,60 @@ struct Listener {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }
 
-    std::vector<Request> requests;
+    void become(Readiness now)
+    {
+        readiness = now;
+        server.goOn();
+    }
+
+    Readiness readiness = Readiness::Ready;
+    int fronts = 0;
+    std::vector<std::u16string> paths;
     InstanceServer server;
     bool listens;
 };
 
 // Another start, which waits for its answer while the window goes on.
-bool askFromElsewhere(const QString& address, const Request& request)
+class Asker {
+public:
+    Asker(const QString& address, const Request& request)
+        : other_([this, address, request] {
+              QLockFile lock(instanceLock(address));
+              const StartAnswer heard = askRunningWindow(address, lock, request);
+              holdsLock_ = lock.isLocked();
+              answer_ = heard;
+          })
+    {
+    }
+    ~Asker() { other_.join(); }
+    Asker(const Asker&) = delete;
+    Asker& operator=(const Asker&) = delete;
+
+    bool hasAnswer() const { return answer_.load() != None; }
+    bool heldLock() const { return holdsLock_; }
+    std::optional<StartAnswer> answer() const
+    {
+        Listener::serve([this] { return hasAnswer(); });
+        return hasAnswer() ? answer_.load() : std::optional<StartAnswer>();
+    }
+
+private:
+    static constexpr StartAnswer None = static_cast<StartAnswer>(-1);
+    std::atomic<StartAnswer> answer_ = None;
+    std::atomic<bool> holdsLock_ = false;
+    std::thread other_;
+};
+
+std::optional<StartAnswer> askFromElsewhere(const QString& address, const Request& request)
 {
-    std::optional<bool> answer;
-    std::thread other([&] { answer = askRunningWindow(address, request); });
-    Listener::serve([&] { return answer.has_value(); });
-    other.join();
-    return *answer;
+    return Asker(address, request).answer();
+}
+
+// Nobody has to go on for this answer.
+StartAnswer askHere(const QString& address)
+{
+    QLockFile lock(instanceLock(address));
+    return askRunningWindow(address, lock, {RequestFront, {}});
 }
 
 QString socketIn(const TempFolder& folder)
@@ -121,31 +197,96 @@ TEST(Instance, asksTheWindowThatListens)
     const TempFolder folder;
     Listener window(socketIn(folder));
     ASSERT_TRUE(window.listens);
-    EXPECT_TRUE(askFromElsewhere(socketIn(folder), {RequestOpen, u"/tmp/\u00e9.vn"}));
-    EXPECT_TRUE(askFromElsewhere(socketIn(folder), {RequestFront, {}}));
-    ASSERT_EQ(window.requests.size(), 2U);
-    EXPECT_EQ(window.requests[0].kind, RequestOpen);
-    EXPECT_EQ(window.requests[0].path, u"/tmp/\u00e9.vn");
-    EXPECT_EQ(window.requests[1].kind, RequestFront);
+    EXPECT_EQ(askFromElsewhere(socketIn(folder), {RequestOpen, u"/tmp/\u00e9.vn"}),
+              StartAnswer::Taken);
+    EXPECT_EQ(window.paths, std::vector<std::u16string>{u"/tmp/\u00e9.vn"});
+    EXPECT_EQ(window.fronts, 1);
+    EXPECT_EQ(askFromElsewhere(socketIn(folder), {RequestFront, {}}), StartAnswer::Taken);
+    EXPECT_EQ(window.paths.size(), 1U);
+    EXPECT_EQ(window.fronts, 2);
 }
 
 TEST(Instance, takesTheLongestPathAndNoLonger)
 {
     const TempFolder folder;
     Listener window(socketIn(folder));
-    EXPECT_TRUE(
-        askFromElsewhere(socketIn(folder), {RequestOpen, std::u16string(RequestPathMax, u'x')}));
-    EXPECT_FALSE(askFromElsewhere(socketIn(folder),
-                                  {RequestOpen, std::u16string(RequestPathMax + 1, u'x')}));
-    ASSERT_EQ(window.requests.size(), 1U);
-    EXPECT_EQ(window.requests[0].path.size(), RequestPathMax);
+    const std::u16string longest(RequestPathMax, u'x');
+    EXPECT_EQ(askFromElsewhere(socketIn(folder), {RequestOpen, longest}), StartAnswer::Taken);
+    EXPECT_EQ(askFromElsewhere(socketIn(folder), {RequestOpen, longest + u'x'}),
+              StartAnswer::Unheard);
+    EXPECT_EQ(window.paths, std::vector<std::u16string>{longest});
 }
 
 TEST(Instance, findsNobodyWhereNobodyListens)
 {
     const TempFolder folder;
-    EXPECT_FALSE(askRunningWindow(socketIn(folder), {RequestFront, {}}));
-    EXPECT_FALSE(askRunningWindow({}, {RequestFront, {}}));
+    EXPECT_EQ(askHere(socketIn(folder)), StartAnswer::Nobody);
+    EXPECT_EQ(askHere({}), StartAnswer::Nobody);
+}
+
+TEST(Instance, leavesTheSocketToAWindowThatDoesNotAnswer)
+{
+    const TempFolder folder;
+    Listener window(socketIn(folder));
+    {
+        Asker other(socketIn(folder), {RequestOpen, u"/a"});
+        std::this_thread::sleep_for(std::chrono::milliseconds(2500)); // stopped, or busy
+        EXPECT_EQ(other.answer(), StartAnswer::Unheard);
+        EXPECT_FALSE(other.heldLock());
+    }
+    for (int turn = 0; turn < 10; ++turn)
+        QCoreApplication::processEvents();
+    EXPECT_TRUE(window.paths.empty()) << "the other start has opened it itself";
+    EXPECT_EQ(window.fronts, 0);
+    EXPECT_EQ(askFromElsewhere(socketIn(folder), {RequestOpen, u"/b"}), StartAnswer::Taken)
+        << "and whoever comes next finds the first window again";
+    EXPECT_EQ(window.paths, std::vector<std::u16string>{u"/b"});
+}
+
+TEST(Instance, waitsAsLongAsTheWindowSaysSo)
+{
+    const TempFolder folder;
+    Listener window(socketIn(folder));
+    window.readiness = Readiness::Busy;
+    const Asker other(socketIn(folder), {RequestOpen, u"/a"});
+    Listener::serve([&] { return window.fronts == 1; });
+    EXPECT_EQ(window.fronts, 1) << "the box that is waited for is shown";
+    Listener::serve([] { return false; }); // longer than anybody waits for a first answer
+    EXPECT_FALSE(other.hasAnswer());
+    EXPECT_TRUE(window.paths.empty());
+    EXPECT_EQ(askFromElsewhere(socketIn(folder), {RequestFront, {}}), StartAnswer::Taken)
+        << "nor is anybody else kept waiting";
+    window.become(Readiness::Ready);
+    EXPECT_EQ(other.answer(), StartAnswer::Taken);
+    EXPECT_EQ(window.paths, std::vector<std::u16string>{u"/a"});
+}
+
+TEST(Instance, findsNobodyWhereTheWindowHasClosedMeanwhile)
+{
+    const TempFolder folder;
+    Listener window(socketIn(folder));
+    window.readiness = Readiness::Busy;
+    const Asker other(socketIn(folder), {RequestOpen, u"/a"});
+    Listener::serve([&] { return window.fronts == 1; });
+    window.become(Readiness::Leaving);
+    EXPECT_EQ(other.answer(), StartAnswer::Nobody);
+    EXPECT_TRUE(other.heldLock()) << "until it listens itself";
+    EXPECT_TRUE(window.paths.empty());
+}
+
+TEST(Instance, letsOneOfTwoStartsAtOnceListen)
+{
+    const TempFolder folder;
+    QLockFile lock(instanceLock(socketIn(folder)));
+    EXPECT_EQ(askRunningWindow(socketIn(folder), lock, {RequestFront, {}}), StartAnswer::Nobody);
+    EXPECT_TRUE(lock.isLocked());
+    const Asker other(socketIn(folder), {RequestOpen, u"/a"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_FALSE(other.hasAnswer()) << "it waits for the first to listen or to give up";
+    Listener window(socketIn(folder));
+    lock.unlock();
+    EXPECT_EQ(other.answer(), StartAnswer::Taken);
+    EXPECT_EQ(window.paths, std::vector<std::u16string>{u"/a"});
 }
 
 TEST(Instance, dropsWhoSendsGarbageAndGoesOn)
@@ -157,8 +298,8 @@ TEST(Instance, dropsWhoSendsGarbageAndGoesOn)
     stranger.write("What is this place? A spreadsheet, maybe.");
     Listener::serve([&] { return stranger.state() == QLocalSocket::UnconnectedState; });
     EXPECT_EQ(stranger.state(), QLocalSocket::UnconnectedState);
-    EXPECT_TRUE(window.requests.empty());
-    EXPECT_TRUE(askFromElsewhere(socketIn(folder), {RequestFront, {}}));
+    EXPECT_EQ(window.fronts, 0);
+    EXPECT_EQ(askFromElsewhere(socketIn(folder), {RequestFront, {}}), StartAnswer::Taken);
 }
 
 TEST(Instance, takesARequestThatComesInPieces)
@@ -169,15 +310,14 @@ TEST(Instance, takesARequestThatComesInPieces)
     slow.connectToServer(socketIn(folder));
     const QByteArray bytes = requestBytes({RequestOpen, u"/a"});
     for (const char byte : bytes) {
-        EXPECT_TRUE(window.requests.empty());
+        EXPECT_TRUE(window.paths.empty());
         slow.write(&byte, 1);
         slow.flush();
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
     }
-    Listener::serve([&] { return !window.requests.empty(); });
-    ASSERT_EQ(window.requests.size(), 1U);
-    EXPECT_EQ(window.requests[0].path, u"/a");
+    Listener::serve([&] { return !window.paths.empty(); });
+    EXPECT_EQ(window.paths, std::vector<std::u16string>{u"/a"});
 }
 
 // As a program leaves it that is killed.
@@ -196,10 +336,10 @@ TEST(Instance, replacesTheSocketOfOneThatDied)
     const TempFolder folder;
     leaveDeadSocket(folder.file("socket"));
     ASSERT_TRUE(QFile::exists(socketIn(folder)));
-    EXPECT_FALSE(askRunningWindow(socketIn(folder), {RequestFront, {}}));
+    EXPECT_EQ(askHere(socketIn(folder)), StartAnswer::Nobody);
     Listener window(socketIn(folder));
     EXPECT_TRUE(window.listens);
-    EXPECT_TRUE(askFromElsewhere(socketIn(folder), {RequestFront, {}}));
+    EXPECT_EQ(askFromElsewhere(socketIn(folder), {RequestFront, {}}), StartAnswer::Taken);
 }
 
 TEST(Instance, listensWhereOnlyTheUserCanAsk)

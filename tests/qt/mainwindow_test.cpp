@@ -8,6 +8,8 @@
 #include "support/tempfolder.h"
 
 #include <QCloseEvent>
+#include <QFile>
+#include <QLocalSocket>
 #include <QPaintEvent>
 #include <QPointingDevice>
 #include <QTest>
@@ -119,8 +121,6 @@ TEST(MainWindow, closesAtOnceWithoutChanges)
     ASSERT_EQ(bands.size(), CommandBandSize);
     EXPECT_EQ(bands[12] | bands[13] << 8, 400) << "the width that the bars had";
     session.window.close(); // a second time changes nothing
-    session.window.openOnRequest(u"/late.vn");
-    session.settle();
     EXPECT_TRUE(boxesOf(session).empty());
 }
 
@@ -163,17 +163,71 @@ TEST(MainWindow, asksAboutChangesHoweverItIsClosed)
     }
 }
 
+// Another start of the program, as the window hears it.
+class OtherStart {
+public:
+    OtherStart(const QString& address, const Request& request)
+    {
+        socket_.connectToServer(address);
+        socket_.write(requestBytes(request));
+        socket_.flush();
+    }
+
+    // All that it heard, once there is `count` of it or the connection has ended.
+    std::string heard(qsizetype count)
+    {
+        std::string text;
+        const auto hasEnded = [&] {
+            return socket_.bytesAvailable() >= count ||
+                   socket_.state() == QLocalSocket::UnconnectedState;
+        };
+        EXPECT_TRUE(QTest::qWaitFor(hasEnded, 3000));
+        for (const char byte : socket_.readAll())
+            text += static_cast<char>('0' + byte);
+        return text;
+    }
+
+    bool isDropped()
+    {
+        return QTest::qWaitFor([&] { return socket_.state() == QLocalSocket::UnconnectedState; },
+                               3000);
+    }
+    void giveUp() { socket_.abort(); }
+
+private:
+    QLocalSocket socket_;
+};
+
+// A window that other starts can ask.
+struct SharedSession : WindowSession {
+    SharedSession()
+    {
+        EXPECT_TRUE(window.listen(address));
+        other = folder.write("a.csv", "other\n");
+    }
+
+    // The answers that another start hears that wants this opened.
+    std::string open(const std::u16string& line)
+    {
+        const std::string answers = OtherStart(address, {RequestOpen, line}).heard(1);
+        settle();
+        return answers;
+    }
+
+    TempFolder folder;
+    QString address = QFile::decodeName(folder.file("socket").c_str());
+    std::u16string other;
+};
+
 TEST(MainWindow, opensOnRequestAfterAsking)
 {
-    const TempFolder folder;
-    WindowSession session;
+    SharedSession session;
     session.type(u"1");
     session.press(Qt::Key_Return);
-    const std::u16string path = folder.write("a.csv", "other\n");
     session.machine.userInterface.answers = {BoxAnswer::Cancel, BoxAnswer::No};
-    session.window.openOnRequest(path);
+    EXPECT_EQ(session.open(session.other), "1");
     EXPECT_EQ(session.input(0, 0), u"1");
-    session.window.openOnRequest(path);
+    EXPECT_EQ(session.open(session.other), "1");
     EXPECT_EQ(session.input(0, 0), u"other");
     EXPECT_TRUE(session.app.recentFiles[0].empty()) << "it adds nothing to the recent files";
     EXPECT_EQ(boxesOf(session).size(), 2U);
@@ -181,21 +235,67 @@ TEST(MainWindow, opensOnRequestAfterAsking)
 
 TEST(MainWindow, letsRequestsWaitForTheEndOfAMessage)
 {
-    const TempFolder folder;
-    WindowSession session;
-    const std::u16string path = folder.write("a.csv", "other\n");
+    SharedSession session;
+    const std::u16string later = session.folder.write("b.csv", "later\n");
+    OtherStart first(session.address, {RequestOpen, session.other});
+    OtherStart second(session.address, {RequestOpen, later});
+    OtherStart quitter(session.address, {RequestOpen, u"/nowhere.vn"});
     session.window.messages().send([&] {
-        session.window.openOnRequest(path);
-        EXPECT_EQ(session.input(0, 0), u"");
+        EXPECT_EQ(first.heard(1), "2");
+        EXPECT_EQ(second.heard(1), "2");
+        EXPECT_EQ(quitter.heard(1), "2");
+        EXPECT_EQ(OtherStart(session.address, {RequestFront, {}}).heard(1), "1")
+            << "which does not disturb";
+        quitter.giveUp();
+        session.window.messages().send([] {});
+        EXPECT_EQ(session.input(0, 0), u"") << "a message in a message is not the last";
     });
-    EXPECT_EQ(session.input(0, 0), u"other");
+    EXPECT_EQ(first.heard(1), "1");
+    EXPECT_EQ(second.heard(1), "1");
+    EXPECT_EQ(session.input(0, 0), u"later") << "each in its turn";
+    EXPECT_TRUE(boxesOf(session).empty()) << "and nothing for one who did not wait";
+}
+
+TEST(MainWindow, dropsRequestsThatWaitWhenItCloses)
+{
+    SharedSession session;
+    OtherStart waiting(session.address, {RequestOpen, session.other});
+    session.window.messages().send([&] {
+        EXPECT_EQ(waiting.heard(1), "2");
+        session.app.close();
+    });
+    ASSERT_TRUE(session.app.quitRequested);
+    EXPECT_TRUE(waiting.isDropped());
+    EXPECT_EQ(waiting.heard(1), "") << "it was never taken";
+    EXPECT_FALSE(QFile::exists(session.address)) << "whoever asks again finds nobody";
+}
+
+TEST(MainWindow, takesNoRequestOnceItHasClosed)
+{
+    SharedSession session;
+    OtherStart late(session.address, {RequestOpen, u"/late.vn"});
+    session.window.close();
+    EXPECT_TRUE(late.isDropped());
+    EXPECT_EQ(late.heard(1), "");
+    EXPECT_TRUE(boxesOf(session).empty());
 }
 
 TEST(MainWindow, saysWhyARequestFails)
 {
-    WindowSession session;
-    session.window.openOnRequest(std::u16string(300, u'x'));
-    EXPECT_EQ(boxesOf(session).size(), 1U);
+    SharedSession session;
+    session.type(u"1");
+    session.press(Qt::Key_Return);
+    session.machine.userInterface.answers = {BoxAnswer::No, BoxAnswer::Ok};
+    const std::u16string missing = session.folder.path("none.vn");
+    EXPECT_EQ(session.open(missing), "1");
+    EXPECT_EQ(boxesOf(session), (std::vector<std::u16string>{
+                                    u"Save changes?", u"Could not find '" + missing + u"'."}));
+    EXPECT_EQ(session.input(0, 0), u"1") << "the document stays";
+
+    session.machine.userInterface.answers = {BoxAnswer::No, BoxAnswer::Ok};
+    EXPECT_EQ(session.open(u'"' + std::u16string(299, u'x')), "1");
+    EXPECT_EQ(boxesOf(session).size(), 2U);
+    EXPECT_EQ(session.input(0, 0), u"") << "such a line is opened all the same";
     EXPECT_EQ(workbook->sheets.size(), 3);
 }
 

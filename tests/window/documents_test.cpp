@@ -83,19 +83,42 @@ TEST_F(WindowDocuments, openInTheWindowThatRunsAlready)
 {
     user.makeDocument("other.vn", "put A1 other");
     startWith("one.vn", "put A1 one");
-    EXPECT_EQ(user.startSecond("other.vn")->waitForEnd(), 0);
+    EXPECT_EQ(user.startSecond({"\"other.vn\""})->waitForEnd(), 0);
     user.expectTitle("other.vn");
 
     // What has changed there is asked about first.
     user.turnToMainWindow();
     user.type("changed");
     user.keys("Return");
-    EXPECT_EQ(user.startSecond("one.vn")->waitForEnd(), 0);
+    EXPECT_EQ(user.startSecond({"one.vn"})->waitForEnd(), 0);
     user.turnToDialog("Vorn");
     user.keys("Escape");
     user.turnToMainWindow();
     user.expectTitle("other.vn");
     EXPECT_EQ(savedText("other.vn", "changed\n"), "changed\n");
+    leave();
+}
+
+TEST_F(WindowDocuments, openInOneWindowForTwoStartsAtOnce)
+{
+    user.makeDocument("one.vn", "put A1 one");
+    user.makeDocument("other.vn", "put A1 other");
+    const auto one = user.startSecond({"one.vn"});
+    const auto other = user.startSecond({"other.vn"});
+    ASSERT_TRUE(waitUntil([&] { return !one->isRunning() || !other->isRunning(); }));
+    Process& asking = one->isRunning() ? *other : *one;
+    Process& window = one->isRunning() ? *one : *other;
+    EXPECT_EQ(asking.waitForEnd(), 0);
+    EXPECT_TRUE(window.isRunning());
+}
+
+TEST_F(WindowDocuments, areOpenedByNoWrongCall)
+{
+    user.start();
+    EXPECT_EQ(user.startSecond({"--now", "noon"})->waitForEnd(), 2);
+    EXPECT_EQ(user.startSecond({"\xff.vn"})->waitForEnd(), 2);
+    EXPECT_NE(user.log().find("--now: "), std::string::npos);
+    EXPECT_NE(user.log().find("vorn: FILE: "), std::string::npos);
     leave();
 }
 

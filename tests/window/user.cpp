@@ -94,10 +94,11 @@ void User::start(const std::string& file)
     focus(mainWindow_);
 }
 
-std::unique_ptr<Process> User::startSecond(const std::string& file)
+std::unique_ptr<Process> User::startSecond(const std::vector<std::string>& arguments)
 {
-    return std::make_unique<Process>(std::vector<std::string>{VORN_PROGRAM, file}, environment(),
-                                     folder_.file(""), "log");
+    std::vector<std::string> command = {VORN_PROGRAM};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return std::make_unique<Process>(command, environment(), folder_.file(""), "log");
 }
 
 // --- Windows

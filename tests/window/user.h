@@ -16,6 +16,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vorn {
 
@@ -33,7 +34,7 @@ public:
     void start(const std::string& file = "");
 
     // Starts it once more beside the one that runs, which stays the one that is turned to.
-    std::unique_ptr<Process> startSecond(const std::string& file);
+    std::unique_ptr<Process> startSecond(const std::vector<std::string>& arguments);
 
     Process& program() { return *program_; }
 
