@@ -38,11 +38,14 @@ MainWindow::MainWindow()
 
 MainWindow::~MainWindow() = default;
 
+// A message around both, or a request that waits for a box of the first would come between them,
+// and its document be lost to the file.
 void MainWindow::begin(std::u16string_view commandLine)
 {
-    messages_.send([] { application->showDocument(); });
-    if (!commandLine.empty())
-        messages_.send([commandLine] { openFromCommandLine(commandLine); });
+    messages_.send([this, commandLine] {
+        messages_.send([] { application->showDocument(); });
+        openFromCommandLine(commandLine);
+    });
 }
 
 // --- Following the system

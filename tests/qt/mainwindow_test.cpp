@@ -17,6 +17,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 namespace vorn::qt {
@@ -278,6 +279,34 @@ TEST(MainWindow, takesNoRequestOnceItHasClosed)
     EXPECT_TRUE(late.isDropped());
     EXPECT_EQ(late.heard(1), "");
     EXPECT_TRUE(boxesOf(session).empty());
+}
+
+// A user at whose boxes something happens.
+struct InterruptedUser : SilentUserInterface {
+    BoxAnswer messageBox(std::u16string_view, std::u16string_view, BoxButtons, BoxIcon) override
+    {
+        meanwhile();
+        return BoxAnswer::Ok;
+    }
+    std::function<void()> meanwhile;
+};
+
+TEST(MainWindow, opensTheFileOfItsOwnStartBeforeThoseOfOthers)
+{
+    const TempFolder folder;
+    const QString address = QFile::decodeName(folder.file("socket").c_str());
+    TestPlatform machine;
+    InterruptedUser user;
+    platform.userInterface = &user;
+    Application app;
+    raiseError(ErrorInitialization);
+    MainWindow window;
+    ASSERT_TRUE(window.listen(address));
+    OtherStart other(address, {RequestOpen, folder.write("b.csv", "other\n")});
+    user.meanwhile = [&] { EXPECT_EQ(other.heard(1), "2"); };
+    window.begin(folder.write("a.csv", "own\n"));
+    EXPECT_EQ(other.heard(1), "1");
+    EXPECT_EQ(workbook->currentSheet->cellInput(0, 0), u"other");
 }
 
 TEST(MainWindow, saysWhyARequestFails)

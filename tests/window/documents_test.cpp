@@ -1,5 +1,8 @@
 #include "window/windowtest.h"
 
+#include <chrono>
+#include <thread>
+
 namespace vorn {
 namespace {
 
@@ -97,6 +100,28 @@ TEST_F(WindowDocuments, openInTheWindowThatRunsAlready)
     user.expectTitle("other.vn");
     EXPECT_EQ(savedText("other.vn", "changed\n"), "changed\n");
     leave();
+}
+
+TEST_F(WindowDocuments, openInAWindowOfTheirOwnWhenTheOtherClosesFirst)
+{
+    user.makeDocument("other.vn", "put A1 other");
+    startWith("one.vn", "put A1 one");
+    user.type("2");
+    user.keys("Return ctrl+w");
+    user.turnToDialog("Vorn");
+    const auto second = user.startSecond({"other.vn"});
+    // Longer than it would wait for a window that does not answer.
+    std::this_thread::sleep_for(std::chrono::seconds(3));
+    EXPECT_TRUE(second->isRunning());
+    const QImage before = user.look();
+    user.keys("alt+n");
+    EXPECT_EQ(user.program().waitForEnd(), 0);
+    user.lookAfter(before);
+    EXPECT_TRUE(second->isRunning());
+    user.keepPicture("window");
+    // Whoever starts now finds the new one.
+    EXPECT_EQ(user.startSecond({"one.vn"})->waitForEnd(), 0);
+    EXPECT_TRUE(second->isRunning());
 }
 
 TEST_F(WindowDocuments, openInOneWindowForTwoStartsAtOnce)
