@@ -254,22 +254,26 @@ void InstanceServer::take(QLocalSocket& sender, const Request& request)
     const Readiness readiness = window_.readiness();
     if (readiness == Readiness::Leaving) {
         leave();
-    } else if (readiness == Readiness::Ready || request.kind == RequestFront) {
-        serve(sender, request);
+    } else if (request.kind == RequestFront) {
+        if (answerSender(sender, Taken)) {
+            sender.disconnectFromServer();
+            window_.comeToFront();
+        }
     } else if (answerSender(sender, Wait)) {
-        waiting_.push_back({&sender, request});
+        waiting_.push_back({&sender, request.path});
         window_.comeToFront();
+        // To open may ask, and while it asks the sender goes: it must not be on the way here.
+        QMetaObject::invokeMethod(
+            &server_, [this] { goOn(); }, Qt::QueuedConnection);
     }
 }
 
-void InstanceServer::serve(QLocalSocket& sender, const Request& request)
+void InstanceServer::serve(QLocalSocket& sender, const std::u16string& path)
 {
     if (!answerSender(sender, Taken))
         return;
     sender.disconnectFromServer();
-    window_.comeToFront();
-    if (request.kind == RequestOpen)
-        window_.open(request.path);
+    window_.open(path);
 }
 
 // Opening one is a message, at the end of which this is called again.
@@ -279,7 +283,7 @@ void InstanceServer::goOn()
         const Waiting next = std::move(waiting_.front());
         waiting_.pop_front();
         if (next.sender != nullptr)
-            serve(*next.sender, next.request);
+            serve(*next.sender, next.path);
     }
     if (window_.readiness() == Readiness::Leaving)
         leave();

@@ -8,9 +8,9 @@
 //   4       4     bytes of the path: even, 2 at least to open, and none otherwise
 //   8       ...   the path in UTF-16
 //
-// The answer is one byte: 1, the request is taken, or 2, it has to wait, since a box or a dialog is
-// open or some other message under way; a 1 follows when its turn comes. Whatever is no request is
-// not answered, and its sender dropped.
+// The answer is one byte: 1, the request is taken, or 2, it waits for its turn, as all do that open
+// something: a box or a dialog may be open. A 1 follows when its turn comes. Whatever is no request
+// is not answered, and its sender dropped.
 //
 // A sender waits two seconds for the first byte. Without one it opens a window of its own, which
 // does not listen: the other one is stopped or busy, and goes on listening when it is not. After a
@@ -101,13 +101,13 @@ public:
 private:
     struct Waiting {
         QPointer<QLocalSocket> sender; // null once it is gone
-        Request request;
+        std::u16string path;
     };
 
     void accept();
     void read(QLocalSocket& sender, QTimer& patience);
     void take(QLocalSocket& sender, const Request& request);
-    void serve(QLocalSocket& sender, const Request& request);
+    void serve(QLocalSocket& sender, const std::u16string& path);
     void leave();
 
     QLocalServer server_;

@@ -7,14 +7,17 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QFile>
 #include <QLocalSocket>
 #include <QLockFile>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -116,7 +119,11 @@ TEST(Argument, isAbsoluteAndWithoutQuotesUnlessItIsNoPath)
 struct Listener {
     explicit Listener(const QString& address)
         : server({[this] { return readiness; }, [this] { ++fronts; },
-                  [this](const std::u16string& path) { paths.push_back(path); }}),
+                  [this](const std::u16string& path) {
+                      paths.push_back(path);
+                      if (whileOpening)
+                          whileOpening();
+                  }}),
           listens(server.listen(address))
     {
     }
@@ -140,6 +147,7 @@ struct Listener {
     Readiness readiness = Readiness::Ready;
     int fronts = 0;
     std::vector<std::u16string> paths;
+    std::function<void()> whileOpening;
     InstanceServer server;
     bool listens;
 };
@@ -318,6 +326,33 @@ TEST(Instance, takesARequestThatComesInPieces)
     }
     Listener::serve([&] { return !window.paths.empty(); });
     EXPECT_EQ(window.paths, std::vector<std::u16string>{u"/a"});
+}
+
+// The box about unsaved changes runs a loop of its own, in which the sender is told off and gone.
+TEST(Instance, letsASenderGoWhileTheWindowStillAsks)
+{
+    const TempFolder folder;
+    Listener window(socketIn(folder));
+    int left = 0;
+    window.whileOpening = [&] {
+        QEventLoop box;
+        QTimer::singleShot(200, &box, &QEventLoop::quit);
+        box.exec();
+        ++left;
+    };
+    for (int sender = 1; sender <= 3; ++sender) {
+        QLocalSocket slow;
+        slow.connectToServer(socketIn(folder));
+        const QByteArray bytes = requestBytes({RequestOpen, u"/a"});
+        slow.write(bytes.left(5));
+        slow.flush();
+        QCoreApplication::processEvents();
+        slow.write(bytes.mid(5));
+        slow.flush();
+        Listener::serve([&] { return left == sender; });
+        EXPECT_EQ(left, sender);
+        EXPECT_EQ(slow.state(), QLocalSocket::UnconnectedState);
+    }
 }
 
 // As a program leaves it that is killed.
