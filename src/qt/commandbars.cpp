@@ -40,8 +40,8 @@ void showState(QAction& action, const EntryState& state)
 {
     action.setText(textOf(state));
     action.setEnabled(state.enabled);
-    if (state.checked)
-        action.setCheckable(true);
+    // An entry that is not checked has no empty box either.
+    action.setCheckable(state.checked);
     action.setChecked(state.checked);
 }
 

@@ -7,6 +7,7 @@
 #include "shell/application.h"
 #include "shell/commands.h"
 #include "shell/documentflow.h"
+#include "shell/entry.h"
 #include "shell/settings.h"
 
 #include <QCloseEvent>
@@ -145,7 +146,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (messages_.isUnderWay())
         return;
     messages_.send([] {
-        if (workbook != nullptr && application->PromptSaveChanges())
+        // What is being written is a change, too.
+        if (workbook != nullptr && commitEdit(StayAfterCommit) && application->PromptSaveChanges())
             application->close();
     });
 }
@@ -171,7 +173,7 @@ void MainWindow::comeToFront()
 void MainWindow::openOnRequest(const std::u16string& line)
 {
     messages_.send([&line] {
-        if (application->PromptSaveChanges())
+        if (commitEdit(StayAfterCommit) && application->PromptSaveChanges())
             openFromCommandLine(line);
     });
 }

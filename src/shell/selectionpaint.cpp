@@ -54,11 +54,22 @@ Rect grownWithin(const RangePlace& place, int by)
     return grown;
 }
 
+// What is left of `outer`, grown by `outside`, behind so many pixels. A side that had no room
+// outside lies in the cell, where the text begins behind two pixels: it takes one less.
+Rect shrunkFrom(const RangePlace& place, const Rect& outer, int outside, int by)
+{
+    const auto taken = [by](int missing) { return std::max(by - missing / 2, FrameOutside); };
+    const Rect full = place.rect.shrunk(-outside);
+    return {outer.left + taken(outer.left - full.left), outer.top + taken(outer.top - full.top),
+            outer.right - taken(full.right - outer.right),
+            outer.bottom - taken(full.bottom - outer.bottom)};
+}
+
 Region frame(const RangePlace& place, int outside, int thickness)
 {
     const Rect outer = grownWithin(place, outside);
     Region region(outer);
-    region.remove(outer.shrunk(thickness));
+    region.remove(shrunkFrom(place, outer, outside, thickness));
     region.cut(place.area);
     return region;
 }
@@ -67,7 +78,7 @@ Region frame(const RangePlace& place, int outside, int thickness)
 Region inside(const RangePlace& place, const GridView& view, CellRef active)
 {
     const Rect outer = grownWithin(place, FrameOutside);
-    Region region(outer.shrunk(InsideMargin));
+    Region region(shrunkFrom(place, outer, FrameOutside, InsideMargin));
     Rect cell;
     if (view.cellRect({active.row, active.column, active.row, active.column}, cell))
         region.remove(cell.shrunk(ActiveMargin));
@@ -99,8 +110,11 @@ void addHandle(Region& region, const Rect& handle, const Rect& cellArea)
 Region selectionRegion(const GridLayout& areas, const GridView& view)
 {
     const Selection& selection = workbook->currentSheet->selection;
+    // The editor over the cell has a frame of its own.
+    const bool isCovered = application->formulaBar.editing && !application->formulaBarVisible;
     RangePlace place;
-    if (!rangePlace(areas, view, selection.range, place))
+    if ((isCovered && !selection.range.isMultiCell()) ||
+        !rangePlace(areas, view, selection.range, place))
         return {};
     Region region = frame(place, FrameOutside, FrameThickness);
     region.add(inside(place, view, {selection.activeRow, selection.activeColumn}));

@@ -116,6 +116,7 @@ TEST(CommandBars, followTheStatesInPlace)
     EXPECT_EQ(undo->text(), "&Undo ");
     EXPECT_TRUE(undo->isEnabled());
     EXPECT_FALSE(zoom->isChecked());
+    EXPECT_FALSE(zoom->isCheckable()) << "there is no empty box before it";
 }
 
 TEST(CommandBars, showAButtonAsItStandsAndNotAsItWasPressed)

@@ -210,7 +210,7 @@ struct SharedSession : WindowSession {
     // The answers that another start hears that wants this opened.
     std::string open(const std::u16string& line)
     {
-        const std::string answers = OtherStart(address, {RequestOpen, line}).heard(1);
+        const std::string answers = OtherStart(address, {RequestOpen, line}).heard(2);
         settle();
         return answers;
     }
@@ -226,9 +226,9 @@ TEST(MainWindow, opensOnRequestAfterAsking)
     session.type(u"1");
     session.press(Qt::Key_Return);
     session.machine.userInterface.answers = {BoxAnswer::Cancel, BoxAnswer::No};
-    EXPECT_EQ(session.open(session.other), "1");
+    EXPECT_EQ(session.open(session.other), "21");
     EXPECT_EQ(session.input(0, 0), u"1");
-    EXPECT_EQ(session.open(session.other), "1");
+    EXPECT_EQ(session.open(session.other), "21");
     EXPECT_EQ(session.input(0, 0), u"other");
     EXPECT_TRUE(session.app.recentFiles[0].empty()) << "it adds nothing to the recent files";
     EXPECT_EQ(boxesOf(session).size(), 2U);
@@ -309,6 +309,30 @@ TEST(MainWindow, opensTheFileOfItsOwnStartBeforeThoseOfOthers)
     EXPECT_EQ(workbook->currentSheet->cellInput(0, 0), u"other");
 }
 
+TEST(MainWindow, countsWhatIsBeingWrittenAsAChange)
+{
+    SharedSession session;
+    const auto close = [&session] {
+        QCloseEvent event;
+        QCoreApplication::sendEvent(&session.window, &event);
+        session.settle();
+    };
+    session.type(u"abc");
+    session.machine.userInterface.answers = {BoxAnswer::Cancel, BoxAnswer::Cancel};
+    close();
+    EXPECT_EQ(session.input(0, 0), u"abc") << "it is stored, and then asked about";
+    EXPECT_EQ(boxesOf(session), std::vector<std::u16string>{u"Save changes?"});
+    session.type(u"d");
+    session.open(session.other);
+    EXPECT_EQ(session.input(0, 0), u"d");
+    EXPECT_EQ(boxesOf(session).size(), 1U);
+    session.type(u"=1+");
+    close();
+    EXPECT_FALSE(session.app.quitRequested) << "what cannot be stored is to be mended first";
+    EXPECT_TRUE(session.app.formulaBar.editing);
+    session.press(Qt::Key_Escape);
+}
+
 TEST(MainWindow, saysWhyARequestFails)
 {
     SharedSession session;
@@ -316,13 +340,13 @@ TEST(MainWindow, saysWhyARequestFails)
     session.press(Qt::Key_Return);
     session.machine.userInterface.answers = {BoxAnswer::No, BoxAnswer::Ok};
     const std::u16string missing = session.folder.path("none.vn");
-    EXPECT_EQ(session.open(missing), "1");
+    EXPECT_EQ(session.open(missing), "21");
     EXPECT_EQ(boxesOf(session), (std::vector<std::u16string>{
                                     u"Save changes?", u"Could not find '" + missing + u"'."}));
     EXPECT_EQ(session.input(0, 0), u"1") << "the document stays";
 
     session.machine.userInterface.answers = {BoxAnswer::No, BoxAnswer::Ok};
-    EXPECT_EQ(session.open(u'"' + std::u16string(299, u'x')), "1");
+    EXPECT_EQ(session.open(u'"' + std::u16string(299, u'x')), "21");
     EXPECT_EQ(boxesOf(session).size(), 2U);
     EXPECT_EQ(session.input(0, 0), u"") << "such a line is opened all the same";
     EXPECT_EQ(workbook->sheets.size(), 3);

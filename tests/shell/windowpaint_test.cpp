@@ -137,7 +137,8 @@ TEST_F(WindowPaintTest, paintsTwoButtonsWhenTheEditorOpens)
         const RecordingCanvas canvas = pass();
         EXPECT_EQ(canvas.count("icon"), bar ? 2 : 0);
         EXPECT_EQ(canvas.count("text"), 0);
-        EXPECT_EQ(canvas.count("invert"), 0);
+        // Over the cell the editor has a frame of its own, and that of the selection goes.
+        EXPECT_EQ(canvas.count("invert"), bar ? 0 : 7);
         EXPECT_EQ(canvas.count("pattern"), 0);
         keyDown(KeyEscape, {});
         pass();
