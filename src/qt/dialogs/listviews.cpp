@@ -8,6 +8,7 @@
 #include "qt/strings.h"
 
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
@@ -117,11 +118,27 @@ void showColours(QComboBox& box)
                                        box.devicePixelRatioF()));
 }
 
+// A face of symbols shows its own name as a row of them.
+bool writesItsName(const QString& face)
+{
+    const auto systems = QFontDatabase::writingSystems(face);
+    if (!systems.contains(QFontDatabase::Latin) || systems.contains(QFontDatabase::Symbol))
+        return false;
+    FontLook look = interfaceFontLook();
+    look.face = fromQt(face);
+    const QFontMetrics metrics(fontOf(look));
+    return std::all_of(face.begin(), face.end(),
+                       [&metrics](QChar character) { return metrics.inFont(character); });
+}
+
 void showFaces(QComboBox& box)
 {
     FontLook look = interfaceFontLook();
     for (int entry = 0; entry < box.count(); ++entry) {
-        look.face = fromQt(box.itemText(entry));
+        const QString face = box.itemText(entry);
+        if (!writesItsName(face))
+            continue;
+        look.face = fromQt(face);
         box.setItemData(entry, fontOf(look), Qt::FontRole);
     }
 }
