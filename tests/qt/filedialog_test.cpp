@@ -292,6 +292,24 @@ TEST_F(FileDialogs, fitOnAHandheld)
     }
 }
 
+TEST_F(FileDialogs, nameTheTypesInShortOnAHandheld)
+{
+    question.filters.push_back({u"All Files", u"*.vn;*.pxl;*.csv"});
+    question.filterIndex = 4;
+    FileDialog dialog(nullptr, question, QSize(240, 320));
+    dialog.show();
+    QComboBox& box = types(dialog);
+    EXPECT_EQ(box.currentText(), u"All Files");
+    EXPECT_EQ(box.toolTip(), u"All Files (*.vn *.pxl *.csv)");
+    for (const char* name : {"a.vn", "b.pxl", "c.csv", "d.txt"})
+        folder.write(name, "");
+    EXPECT_EQ(shownNames(dialog, 3), (QStringList{"a.vn", "b.pxl", "c.csv"}));
+    chooseType(dialog, Qt::Key_Up);
+    EXPECT_EQ(box.currentText(), u"Excel Files");
+    EXPECT_EQ(box.toolTip(), u"Excel Files (*.xls)");
+    EXPECT_EQ(dialog.filterIndex(), 3);
+}
+
 TEST_F(FileDialogs, saveWithTheSystem)
 {
     application.documentFolder = folder.path("");

@@ -13,8 +13,11 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPointer>
+#include <QPushButton>
 #include <QSplitter>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace vorn::qt {
 
@@ -76,6 +79,8 @@ FileDialog::FileDialog(QWidget* parent, const FileQuestion& question, QSize room
     setFileMode(AnyFile);
     setAcceptMode(question.purpose == FileQuestion::Save ? AcceptSave : AcceptOpen);
     setDirectory(firstFolder(question));
+    // Where there is little room the patterns are left to the tool tip.
+    setOption(HideNameFilterDetails, room.width() < NarrowRoom);
     QStringList filters;
     for (const FileFilter& filter : question.filters)
         filters.append(nameFilter(filter));
@@ -85,6 +90,7 @@ FileDialog::FileDialog(QWidget* parent, const FileQuestion& question, QSize room
     setLabelText(Accept, wordOf(question.purpose));
     name_ = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     types_ = findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+    tellTypes(filters);
     name_->setCompleter(nullptr);
     name_->setText(toQt(nameOfPath(question.path)));
     name_->selectAll();
@@ -113,12 +119,28 @@ void FileDialog::makeNarrow()
         box->setMinimumContentsLength(1);
         box->setMinimumWidth(FieldWidth);
     }
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+        const int text = button->fontMetrics().horizontalAdvance(button->text());
+        button->setFixedWidth(std::max(ButtonWidth, text + 2 * Margin));
+    }
     setViewMode(List);
     findChild<QListView*>(QStringLiteral("listView"))->setWrapping(false);
     layout()->setContentsMargins(Margin, Margin, Margin, Margin);
     layout()->setSpacing(Gap);
     layout()->setSizeConstraint(QLayout::SetNoConstraint);
     setMinimumSize(0, 0);
+}
+
+// All of the type's text, of which the box may have to leave out some.
+void FileDialog::tellTypes(const QStringList& filters)
+{
+    for (int type = 0; type < types_->count(); ++type)
+        types_->setItemData(type, filters[type], Qt::ToolTipRole);
+    const auto tell = [this] {
+        types_->setToolTip(types_->currentData(Qt::ToolTipRole).toString());
+    };
+    connect(types_, &QComboBox::currentIndexChanged, types_, tell);
+    tell();
 }
 
 int FileDialog::filterIndex() const

@@ -24,6 +24,7 @@ public:
 
 private:
     void makeNarrow();
+    void tellTypes(const QStringList& filters);
     void followType();
 
     QLineEdit* name_ = nullptr;
