@@ -1,5 +1,6 @@
 #include "qt/dialogs/dialogwindow.h"
 #include "qt/dialoguser.h"
+#include "qt/windowlook.h"
 
 #include "core/workbook.h"
 #include "shell/commandhandlers.h"
@@ -7,13 +8,16 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QToolButton>
 
 namespace vorn::qt {
 namespace {
@@ -614,6 +618,170 @@ TEST_F(Dialogs, keepTheirPlaceIfTheModelHasOne)
         EXPECT_TRUE(window.screen()->availableGeometry().contains(window.frameGeometry()))
             << "a place that the screen does not have";
     });
+}
+
+// --- How it looks
+
+// Dialogs in the style of the program, which the other tests do without.
+class DialogLook : public Dialogs {
+protected:
+    DialogLook()
+    {
+        useWindowLook();
+        probe.onOpen = [](Probe& it) { it.setFocus(Line); };
+    }
+    ~DialogLook() override
+    {
+        QApplication::setStyle(style);
+        QApplication::setPalette(QPalette());
+        QApplication::setFont(font);
+    }
+
+    static QColor highlight() { return QApplication::palette().color(QPalette::Highlight); }
+
+    // The colour behind an entry, right of its text.
+    static QColor entryColour(QListView& list, int row)
+    {
+        const QRect area = list.visualRect(list.model()->index(row, 0));
+        return list.viewport()->grab().toImage().pixelColor(area.right() - 4, area.center().y());
+    }
+
+    static QColor frameColour(QWidget& list)
+    {
+        return list.grab().toImage().pixelColor(list.width() / 2, 0);
+    }
+
+    const QString style = QApplication::style()->objectName();
+    const QFont font = QApplication::font();
+};
+
+TEST_F(DialogLook, showsTheFocusBeforeAnyKey)
+{
+    for (const int control : {Entries, Folded, Button, Plain}) {
+        probe.onOpen = [control](Probe& it) { it.setFocus(control); };
+        run([control](QDialog& window) {
+            auto& part = widget<QWidget>(window, control);
+            EXPECT_TRUE(part.hasFocus()) << control;
+            const QImage with = part.grab().toImage();
+            widget<QLineEdit>(window, Line).setFocus();
+            EXPECT_NE(with, part.grab().toImage()) << control;
+        });
+    }
+}
+
+TEST_F(DialogLook, framesTheListThatHasTheKeys)
+{
+    run([](QDialog& window) {
+        auto& list = widget<QListView>(window, Entries);
+        EXPECT_NE(frameColour(list), highlight());
+        list.setFocus();
+        EXPECT_FALSE(list.currentIndex().isValid());
+        EXPECT_EQ(frameColour(list), highlight()) << "though there is no entry to show it";
+        const QString pictures = qEnvironmentVariable("VORN_PICTURES");
+        if (!pictures.isEmpty())
+            window.grab().save(pictures + QStringLiteral("/list-with-keys.png"));
+    });
+}
+
+TEST_F(DialogLook, showsWhatIsChosenInGreyWhereTheKeysAreNot)
+{
+    run([](QDialog& window) {
+        auto& list = widget<QListView>(window, Entries);
+        list.setFocus();
+        key(list, Qt::Key_Down);
+        EXPECT_GT(entryColour(list, 0).saturation(), 128) << "blue";
+        widget<QLineEdit>(window, Line).setFocus();
+        const QColor grey = entryColour(list, 0);
+        EXPECT_EQ(grey.saturation(), 0) << grey.name().toStdString();
+        EXPECT_NE(grey, entryColour(list, 1)) << "still to be told from the others";
+    });
+}
+
+TEST_F(DialogLook, tellsTheButtonWithTheKeysFromTheDefaultOne)
+{
+    run([](QDialog& window) {
+        auto& button = widget<QPushButton>(window, ButtonOk);
+        EXPECT_TRUE(button.isDefault());
+        EXPECT_FALSE(button.hasFocus());
+        const QImage without = button.grab().toImage();
+        button.setFocus();
+        EXPECT_NE(button.grab().toImage(), without);
+    });
+}
+
+TEST_F(DialogLook, namesFacesOfSymbolsInLetters)
+{
+    std::vector<std::u16string> faces;
+    for (const QString& family : QFontDatabase::families())
+        faces.push_back(fromQt(family));
+    Probe fonts(*dialogForm(135));
+    fonts.onOpen = [&faces](Probe& it) { it.setEntries(1005, faces); };
+    willDo([](QDialog& window) {
+        const auto& box = widget<QComboBox>(window, 1005);
+        int shown = 0;
+        for (int entry = 0; entry < box.count(); ++entry) {
+            const QVariant own = box.itemData(entry, Qt::FontRole);
+            const auto systems = QFontDatabase::writingSystems(box.itemText(entry));
+            if (!systems.contains(QFontDatabase::Latin)) {
+                EXPECT_FALSE(own.isValid()) << box.itemText(entry).toStdString();
+            }
+            shown += own.isValid() ? 1 : 0;
+        }
+        EXPECT_GT(shown, 0) << "letters are shown in the face itself";
+    });
+    runDialog(fonts);
+}
+
+TEST_F(DialogLook, keepsTheEndOfALongEntry)
+{
+    run([](QDialog& window) {
+        auto& box = widget<QComboBox>(window, Folded);
+        box.setFixedWidth(120);
+        box.setCurrentIndex(0);
+        QImage pictures[2];
+        for (int end = 0; end < 2; ++end) {
+            box.setItemText(0, QString(80, u'a') + (end == 0 ? u'l' : u'W'));
+            pictures[end] = box.grab().toImage();
+        }
+        EXPECT_NE(pictures[0], pictures[1]);
+    });
+}
+
+// Looks at each dialog in a window on a small screen.
+class HandheldUser : public SilentUserInterface {
+public:
+    std::function<void(DialogWindow&)> look;
+
+    void runDialog(DialogModel& dialog) override
+    {
+        DialogWindow window(nullptr, dialog, QSize(240, 320));
+        window.show();
+        QApplication::processEvents();
+        look(window);
+    }
+};
+
+TEST_F(DialogLook, hasRoomForAllTabsOnAHandheld)
+{
+    int count = 0;
+    HandheldUser handheld;
+    handheld.look = [&count](DialogWindow& window) {
+        ++count;
+        const QTabBar& bar = *window.findChild<QTabWidget*>()->tabBar();
+        ASSERT_EQ(bar.count(), 5);
+        EXPECT_LE(window.width(), 240);
+        EXPECT_GE(bar.tabRect(0).left(), 0);
+        EXPECT_LE(bar.tabRect(4).right(), bar.width());
+        for (const auto* arrow : bar.findChildren<QToolButton*>())
+            EXPECT_FALSE(arrow->isVisible());
+        const QString pictures = qEnvironmentVariable("VORN_PICTURES");
+        if (!pictures.isEmpty())
+            window.grab().save(pictures + QStringLiteral("/tabs-240.png"));
+    };
+    platform.userInterface = &handheld;
+    formatCellsCommand();
+    platform.userInterface = &user;
+    EXPECT_EQ(count, 1);
 }
 
 // --- Sheets of pages

@@ -26,6 +26,9 @@ void ControlView::show()
 
 void ControlView::takeFocus()
 {
+    // The style shows the focus only to those who use the keys, and would else wait for a first
+    // one.
+    widget_->window()->setAttribute(Qt::WA_KeyboardFocusChange);
     widget_->setFocus(Qt::OtherFocusReason);
 }
 
