@@ -1,6 +1,7 @@
 #include "qt/instance.h"
 
 #include "qt/strings.h"
+#include "support/dice.h"
 #include "support/environment.h"
 #include "support/tempfolder.h"
 
@@ -84,6 +85,28 @@ TEST(Request, isReadOnlyIfItIsOne)
     EXPECT_EQ(readRequest(open, request), RequestForm::Whole);
     EXPECT_EQ(request.kind, RequestOpen);
     EXPECT_EQ(request.path, u"/a");
+}
+
+// Whatever comes: only what a start would have written is a request.
+TEST(Request, isReadFromNoOtherBytes)
+{
+    Dice dice(1);
+    int whole = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const std::u16string path(static_cast<std::size_t>(dice.below(5)), u'x');
+        QByteArray bytes = requestBytes({path.empty() ? RequestFront : RequestOpen, path});
+        for (int change = dice.below(3); change > 0; --change)
+            bytes[dice.below(static_cast<int>(bytes.size()))] = static_cast<char>(dice.below(256));
+        bytes.truncate(dice.below(static_cast<int>(bytes.size()) + 1));
+        if (dice.oneIn(8))
+            bytes.append(static_cast<char>(dice.below(256)));
+        Request request;
+        if (readRequest(bytes, request) != RequestForm::Whole)
+            continue;
+        ++whole;
+        EXPECT_EQ(requestBytes(request), bytes);
+    }
+    EXPECT_GT(whole, 500);
 }
 
 TEST(Argument, isAbsoluteAndWithoutQuotesUnlessItIsNoPath)
