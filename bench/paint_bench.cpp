@@ -4,10 +4,12 @@
 
 #include "core/input.h"
 #include "core/workbook.h"
+#include "platform/headless/clipboard.h"
 #include "platform/headless/userinterface.h"
 #include "platform/platform.h"
+#include "platform/system/machine.h"
 #include "qt/canvas.h"
-#include "qt/machine.h"
+#include "qt/fonts.h"
 #include "shell/application.h"
 #include "shell/keys.h"
 #include "shell/scrolling.h"
@@ -174,9 +176,11 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication program(argc, argv);
     vorn::SilentUserInterface user;
-    vorn::qt::Machine machine(user);
+    vorn::MemoryClipboard clipboard;
+    vorn::qt::QtTextMeasure textMeasure;
+    vorn::SystemMachine machine(user, clipboard, textMeasure);
     std::string reason;
-    if (!machine.install({"en_US", "2001-03-04T05:06:07", {}}, reason)) {
+    if (!machine.install({"en_US", "2001-03-04T05:06:07", 0, {}}, reason)) {
         std::fprintf(stderr, "%s\n", reason.c_str());
         return 1;
     }

@@ -113,7 +113,7 @@ TEST(Architecture, tellsArrowsUpFromArrowsDown)
         {"and know nobody",                    "platform/files.h",      "core/error.h",      false, "an arrow that points up"},
         {"nor do the tables of texts",         "resources/menus.h",     "core/error.h",      false,
          "an arrow that points up"                                                                                           },
-        {"programs choose implementations",    "cli/machine.cpp",       "platform/icu/x.h",  false, ""                       },
+        {"programs choose implementations",    "cli/main.cpp",          "platform/icu/x.h",  false, ""                       },
         {"nobody else does",                   "shell/application.cpp", "platform/icu/x.h",  false,
          "an implementation"                                                                                                 },
         {"not even their interface",           "platform/platform.cpp", "platform/icu/x.h",  false,

@@ -1,6 +1,8 @@
 // vorn-cli: the spreadsheet without a window.
 #include "cli/commands.h"
-#include "cli/machine.h"
+#include "platform/headless/clipboard.h"
+#include "platform/headless/textmeasure.h"
+#include "platform/system/machine.h"
 #include "shell/settings.h"
 
 #include <CLI/CLI.hpp>
@@ -121,7 +123,9 @@ int runCommand(const std::string& command, Call& call, Output& out)
         return StatusFailed;
     }
     ScriptUser user(out);
-    Machine machine(user);
+    MemoryClipboard clipboard;
+    FixedTextMeasure textMeasure;
+    SystemMachine machine(user, clipboard, textMeasure);
     std::string reason;
     if (!machine.install(call.machine, reason)) {
         out.error(reason);

@@ -1,7 +1,9 @@
 // vorn: the spreadsheet.
 #include "core/workbook.h"
+#include "platform/system/machine.h"
+#include "qt/clipboard.h"
+#include "qt/fonts.h"
 #include "qt/instance.h"
-#include "qt/machine.h"
 #include "qt/mainwindow.h"
 #include "qt/picture.h"
 #include "qt/windowlook.h"
@@ -11,6 +13,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QLockFile>
+#include <QStandardPaths>
 
 #include <clocale>
 #include <cstdio>
@@ -119,10 +122,20 @@ void chooseDisplay(const Call& call)
 
 // --- The program
 
+// In the user's configuration folder.
+std::string defaultSettingsFile()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return folder.isEmpty() ? std::string()
+                            : QFile::encodeName(folder + "/vorn/settings").toStdString();
+}
+
 int runPicture(const Call& call, const std::u16string& file)
 {
     PictureUser user;
-    Machine machine(user);
+    QtClipboard clipboard;
+    QtTextMeasure textMeasure;
+    SystemMachine machine(user, clipboard, textMeasure);
     std::string reason;
     if (!machine.install(call.machine, reason)) {
         std::fprintf(stderr, "vorn: %s\n", reason.c_str());
@@ -143,7 +156,9 @@ int runPicture(const Call& call, const std::u16string& file)
 int runWindow(const Call& call, const std::u16string& file)
 {
     WindowUser user;
-    Machine machine(user);
+    QtClipboard clipboard;
+    QtTextMeasure textMeasure;
+    SystemMachine machine(user, clipboard, textMeasure);
     MachineOptions options = call.machine;
     if (!call.ownSettings)
         options.settingsFile = defaultSettingsFile();

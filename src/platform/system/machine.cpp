@@ -1,12 +1,9 @@
-#include "cli/machine.h"
+#include "platform/system/machine.h"
 
-#include "cli/scriptuser.h"
 #include "platform/glib/settingsfile.h"
 #include "platform/gsf/compoundfiles.h"
-#include "platform/headless/clipboard.h"
 #include "platform/headless/clock.h"
 #include "platform/headless/settingsstore.h"
-#include "platform/headless/textmeasure.h"
 #include "platform/icu/codepages.h"
 #include "platform/icu/localesource.h"
 #include "platform/icu/textrules.h"
@@ -14,9 +11,9 @@
 #include "platform/posix/clock.h"
 #include "platform/posix/files.h"
 
-namespace vorn::cli {
+namespace vorn {
 
-struct Machine::Parts {
+struct SystemMachine::Parts {
     explicit Parts(const MachineOptions& options)
         : localeSource(options.locale), codePages(options.codePage)
     {
@@ -28,19 +25,20 @@ struct Machine::Parts {
     IcuCodePages codePages;
     PosixFiles files;
     GsfCompoundFiles compoundFiles{files};
-    MemoryClipboard clipboard;
-    FixedTextMeasure textMeasure;
     std::unique_ptr<SettingsStore> settings;
 };
 
-Machine::Machine(ScriptUser& user) : user_(user) {}
+SystemMachine::SystemMachine(UserInterface& user, Clipboard& clipboard, TextMeasure& textMeasure)
+    : user_(user), clipboard_(clipboard), textMeasure_(textMeasure)
+{
+}
 
-Machine::~Machine()
+SystemMachine::~SystemMachine()
 {
     platform = {};
 }
 
-bool Machine::install(const MachineOptions& options, std::string& reason)
+bool SystemMachine::install(const MachineOptions& options, std::string& reason)
 {
     parts_ = std::make_unique<Parts>(options);
     if (options.codePage != 0 && !parts_->codePages.isKnown(options.codePage)) {
@@ -68,10 +66,10 @@ bool Machine::install(const MachineOptions& options, std::string& reason)
                 &parts_->files,
                 &parts_->compoundFiles,
                 &user_,
-                &parts_->clipboard};
-    platform.textMeasure = &parts_->textMeasure;
+                &clipboard_};
+    platform.textMeasure = &textMeasure_;
     platform.settingsStore = parts_->settings.get();
     return true;
 }
 
-} // namespace vorn::cli
+} // namespace vorn

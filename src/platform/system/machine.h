@@ -1,13 +1,16 @@
-// The machine that the program runs on: the real files, locale and code pages, and a user without a
-// window. Options fix what would differ from one run to the next.
+// The machine that a program runs on: the real files, clock, locale and code pages. What differs
+// from program to program, its user, the clipboard and the fonts, it is given. Options fix what
+// would differ from one run to the next.
 #pragma once
 
 #include <memory>
 #include <string>
 
-namespace vorn::cli {
+namespace vorn {
 
-class ScriptUser;
+class Clipboard;
+class TextMeasure;
+class UserInterface;
 
 struct MachineOptions {
     std::string locale;       // empty for the environment's
@@ -16,20 +19,25 @@ struct MachineOptions {
     std::string settingsFile; // none: settings live in memory only
 };
 
-class Machine {
+class SystemMachine {
 public:
-    explicit Machine(ScriptUser& user);
-    ~Machine();
-    Machine(const Machine&) = delete;
-    Machine& operator=(const Machine&) = delete;
+    // Borrows what it is given.
+    SystemMachine(UserInterface& user, Clipboard& clipboard, TextMeasure& textMeasure);
+
+    // Takes the platform back.
+    ~SystemMachine();
+    SystemMachine(const SystemMachine&) = delete;
+    SystemMachine& operator=(const SystemMachine&) = delete;
 
     // Installs the platform. Answers false, with the reason, for an option that has no meaning.
     bool install(const MachineOptions& options, std::string& reason);
 
 private:
     struct Parts;
-    ScriptUser& user_;
+    UserInterface& user_;
+    Clipboard& clipboard_;
+    TextMeasure& textMeasure_;
     std::unique_ptr<Parts> parts_;
 };
 
-} // namespace vorn::cli
+} // namespace vorn
